@@ -473,6 +473,9 @@ struct Return : Statement {
 struct Batch {
   std::vector<StatementPtr> statements;
   int parameters = 0;  // number of ?
+  // Ordinals of the literals whose contents stand in the tree itself (sizes of types, identity(s,i), texts as aliases,
+  // source texts of defaults and checks), not in a Literal: batches of one shape have one tree only if these are equal.
+  std::vector<int> fixedLiterals;
 };
 
 }  // namespace tsql::ast

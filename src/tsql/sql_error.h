@@ -15,8 +15,8 @@ struct SourcePos {
 
 class SqlError : public std::runtime_error {
 public:
-  SqlError(int number, const std::string& message, SourcePos pos = {}, int severity = 16)
-      : std::runtime_error(message), number(number), severity(severity), pos(pos) {}
+  SqlError(int errorNumber, const std::string& message, SourcePos place = {}, int level = 16)
+      : std::runtime_error(message), number(errorNumber), severity(level), pos(place) {}
   int number;
   int severity;
   SourcePos pos;

@@ -1,0 +1,55 @@
+// clang-format off
+#include <windows.h>
+#include <shellapi.h>
+// clang-format on
+#include <fcntl.h>
+#include <io.h>
+
+#include <cstdio>
+
+#include "terminal.h"
+
+namespace cli {
+namespace {
+
+HANDLE errorHandle() {
+  return GetStdHandle(STD_ERROR_HANDLE);
+}
+
+std::string utf8(const wchar_t* text) {
+  const int size = WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
+  std::string out(static_cast<std::size_t>(size > 0 ? size - 1 : 0), '\0');
+  if (size > 1) WideCharToMultiByte(CP_UTF8, 0, text, -1, out.data(), size, nullptr, nullptr);
+  return out;
+}
+
+}  // namespace
+
+void prepareTerminal() {
+  SetConsoleOutputCP(CP_UTF8);
+  _setmode(_fileno(stdout), _O_BINARY);
+  _setmode(_fileno(stdin), _O_BINARY);
+}
+
+bool errorIsTerminal() {
+  DWORD mode = 0;
+  return GetConsoleMode(errorHandle(), &mode) != 0;
+}
+
+std::size_t errorWidth() {
+  CONSOLE_SCREEN_BUFFER_INFO info{};
+  if (GetConsoleScreenBufferInfo(errorHandle(), &info) != 0)
+    return static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left + 1);
+  return 80;
+}
+
+std::vector<std::string> programWords(int, char**) {
+  int count = 0;
+  wchar_t** words = CommandLineToArgvW(GetCommandLineW(), &count);
+  std::vector<std::string> out;
+  for (int i = 1; i < count; ++i) out.push_back(utf8(words[i]));
+  LocalFree(words);
+  return out;
+}
+
+}  // namespace cli

@@ -1,0 +1,7 @@
+#include "core/run_state.h"
+
+namespace gljz {
+
+RunState run;
+
+}  // namespace gljz

@@ -1,0 +1,199 @@
+// Plans: bound and prepared once per shape, then used with other literals.
+
+#include "embedded/session_impl.h"
+
+namespace embedded {
+
+using tsql::BoundStatement;
+using tsql::Datum;
+using tsql::Slot;
+using tsql::TokenStream;
+
+namespace {
+
+const tsql::BoundSource* onlyTable(const tsql::BoundSelect& s) {
+  if (s.next || s.from.size() != 1 || s.from[0]->kind != tsql::BoundSource::Kind::table) return nullptr;
+  return s.from[0].get();
+}
+
+void numberColumns(Plan& p, const tsql::BoundSelect& s) {
+  for (const auto& item : s.items) {
+    tsql::SqlType t = item.expr->type;
+    if (t.kind == tsql::TypeKind::null) t = tsql::typeOf(tsql::TypeKind::integer);
+    p.columns.push_back({item.name, t});
+  }
+}
+
+}  // namespace
+
+int Session::Impl::literalBase(const TokenStream& tokens, std::size_t firstToken) {
+  for (std::size_t i = firstToken; i < tokens.tokens.size(); ++i)
+    if (tokens.tokens[i].literal >= 0) return tokens.tokens[i].literal;
+  return static_cast<int>(tokens.literals.size());
+}
+
+std::shared_ptr<PlanSet> Session::Impl::planSet(const tsql::ast::Statement& s, const Running& r) {
+  auto& known = r.batch->plans[&s];
+  if (known) return known;
+  if (!cacheOn) return known = std::make_shared<PlanSet>();
+  // Statements of one shape share their plans, also across batches.
+  auto& shared = planSets[lowerName(current) + "\n" + r.tokens->shape(s.firstToken, s.lastToken)];
+  if (!shared) shared = std::make_shared<PlanSet>();
+  return known = shared;
+}
+
+bool Session::Impl::holds(const Plan& p, const TokenStream& tokens, int base) const {
+  for (const auto& c : p.catalogs) {
+    if (c == temporary) continue;
+    const auto it = attached.find(c->name);
+    if (it == attached.end() || it->second.catalog != c) return false;
+  }
+  for (const auto& pin : p.pins) {
+    const auto& v = tokens.literals[static_cast<std::size_t>(pin.ordinal + base)];
+    if (!(v.type == pin.type) || !(v.value == pin.value)) return false;
+  }
+  return true;
+}
+
+std::shared_ptr<Plan> Session::Impl::plan(PlanSet& set, const Running& r, std::size_t firstToken,
+                                          const std::function<BoundStatement()>& bind) {
+  const int base = literalBase(*r.tokens, firstToken);
+  if (cacheOn)
+    for (const auto& p : set.plans)
+      if (holds(*p, *r.tokens, base)) return p;
+  refreshCatalogs();
+  auto made = makePlan(bind(), base);
+  std::erase_if(set.plans, [&](const auto& p) {
+    for (const auto& c : p->catalogs)
+      if (c != temporary && (!attached.contains(c->name) || attached[c->name].catalog != c)) return true;
+    return p->temporary;
+  });
+  constexpr std::size_t variants = 16;  // of one shape, for different pinned literals
+  if (set.plans.size() >= variants) set.plans.erase(set.plans.begin());
+  set.plans.push_back(made);
+  return made;
+}
+
+std::shared_ptr<Plan> Session::Impl::makePlan(BoundStatement bound, int base) {
+  auto p = std::make_shared<Plan>();
+  for (auto& s : bound.slots)
+    if (s.source == Slot::Source::literal) s.ordinal -= base;
+  for (auto& pin : bound.pins) pin.ordinal -= base;
+  auto note = [&](const tsql::TableDef* t) {
+    auto c = sharedCatalog(*t);
+    if (!c) return;
+    if (std::find(p->catalogs.begin(), p->catalogs.end(), c) == p->catalogs.end()) p->catalogs.push_back(std::move(c));
+    p->temporary = p->temporary || t->temporary;
+  };
+  for (const auto* t : bound.reads) note(t);
+  for (const auto* t : bound.writes) {
+    note(t);
+    p->writes.push_back(t->schemaName);
+  }
+  p->reads = bound.reads;
+  if (bound.select) {
+    p->kind = Plan::Kind::select;
+    numberColumns(*p, *bound.select);
+    const auto* only = onlyTable(*bound.select);
+    if (only && !bound.select->aggregated && !bound.select->distinct && !only->table->system) {
+      p->table = only->table;
+      p->hiddenRow = true;
+      for (const auto& item : bound.select->items)
+        p->baseColumns.push_back(
+            item.expr->op == tsql::BoundOp::column && item.expr->source == only->id ? item.expr->column : -1);
+      auto row = std::make_unique<tsql::BoundExpr>();
+      row->op = tsql::BoundOp::column;
+      row->source = only->id;
+      row->text = only->table->rowNumber;
+      row->type = tsql::typeOf(tsql::TypeKind::bigint);
+      bound.select->items.push_back({std::move(row), "", false});
+    }
+    p->sql = tsql::emitSelect(*bound.select, true);
+  } else if (bound.insert) {
+    p->kind = Plan::Kind::insert;
+    p->table = bound.insert->table;
+    p->numbered = bound.insert->numbered;
+    if (p->numbered && !bound.insert->select)
+      for (std::size_t i = 0; i < bound.slots.size(); ++i)
+        if (bound.slots[i].source == Slot::Source::identity) p->identitySlot = static_cast<int>(i);
+    p->sql = tsql::emitInsert(*bound.insert, p->numbered ? identityRef(*p->table) : -1, p->identitySlot);
+  } else if (bound.update) {
+    p->kind = Plan::Kind::update;
+    p->table = bound.update->table;
+    p->sql = tsql::emitUpdate(*bound.update);
+    if (bound.update->touchesKey) p->selectionSql = tsql::emitUpdateSelection(*bound.update);
+  } else {
+    p->kind = Plan::Kind::delete_;
+    p->table = bound.delete_->table;
+    p->sql = tsql::emitDelete(*bound.delete_);
+  }
+  p->slots = std::move(bound.slots);
+  check([&] { p->prepared = PreparedStatement(db.get(), p->sql, true); }, p->table);
+  return p;
+}
+
+Datum Session::Impl::slotValue(const Slot& slot, const Running& r, int base) {
+  Datum v;
+  tsql::SqlType t;
+  switch (slot.source) {
+    case Slot::Source::literal: {
+      const auto& l = r.tokens->literals[static_cast<std::size_t>(slot.ordinal + base)];
+      v = l.value;
+      t = l.type;
+      break;
+    }
+    case Slot::Source::parameter: {
+      if (!r.parameters || static_cast<std::size_t>(slot.ordinal) >= r.parameters->size())
+        throw tsql::SqlError(8178, "The statement expects a parameter that was not supplied: number " +
+                                       std::to_string(slot.ordinal + 1) + ".");
+      v = fromValue((*r.parameters)[static_cast<std::size_t>(slot.ordinal)], t);
+      break;
+    }
+    case Slot::Source::variable: {
+      const std::string name = lowerName(slot.name);
+      t = slot.constantType;
+      if (name == "@@identity")
+        v = lastIdentity ? Datum(*lastIdentity) : Datum();
+      else if (name == "@@rowcount")
+        v = rowCount;
+      else if (name == "@@trancount")
+        v = static_cast<std::int64_t>(tranCount);
+      else if (name == "@@error")
+        v = static_cast<std::int64_t>(lastError);
+      else if (name == "@@version")
+        v = std::string("gljz embedded server");
+      else if (name == "@@servername")
+        v = server->impl().folder;
+      else if (frame)
+        v = frame->at(slot.name).value;
+      break;
+    }
+    case Slot::Source::constant:
+      v = slot.constant;
+      t = slot.constantType;
+      break;
+    case Slot::Source::identity:
+      return {};
+  }
+  if (slot.negate) {
+    if (auto* n = std::get_if<std::int64_t>(&v))
+      *n = -*n;
+    else if (auto* d = std::get_if<double>(&v))
+      *d = -*d;
+    else if (v.index() != 0)
+      v = tsql::convert("-" + std::get<std::string>(tsql::convert(v, t, tsql::typeOf(tsql::TypeKind::varchar, 60))),
+                        tsql::typeOf(tsql::TypeKind::varchar, 60), t);
+  }
+  if (slot.type == t || slot.type.kind == tsql::TypeKind::null) return v;
+  return tsql::convert(v, t, slot.type, slot.style, slot.store ? tsql::ConvertMode::store : tsql::ConvertMode::cast);
+}
+
+void Session::Impl::bindSlots(Plan& p, const Running& r, int base, std::vector<Datum>& values) {
+  values.resize(p.slots.size());
+  for (std::size_t i = 0; i < p.slots.size(); ++i) {
+    values[i] = slotValue(p.slots[i], r, base);
+    p.prepared.bind(static_cast<int>(i) + 1, values[i]);
+  }
+}
+
+}  // namespace embedded

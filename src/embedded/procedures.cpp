@@ -1,0 +1,145 @@
+// Stored procedures: their text lies in the catalog, and runs with its own variables in its own database.
+
+#include <algorithm>
+
+#include "embedded/session_impl.h"
+
+namespace embedded {
+
+using tsql::SqlError;
+
+namespace {
+constexpr int deepest = 32;
+
+tsql::SqlType parameterType(const tsql::ast::ProcedureParameter& p) {
+  const auto t = tsql::typeByName(p.type.name, p.type.first, p.type.second, p.type.max, 1);
+  if (!t) throw SqlError(2715, "Column, parameter, or variable #1: Cannot find data type " + p.type.name + ".", p.pos);
+  return *t;
+}
+}  // namespace
+
+void Session::Impl::createProcedure(const tsql::ast::CreateProcedure& s, Running&) {
+  refreshCatalogs();
+  const ObjectPlace p = place(s.name);
+  if (!p.known || p.temporary) throw SqlError(2760, "The specified schema name or database of '" + p.object + "' does not exist.", s.name.pos);
+  const DatabaseCatalog* c = catalogOf(p.database);
+  const auto it = c->procedures.find(p.object);
+  if (s.alter && it == c->procedures.end())
+    throw SqlError(208, "Invalid object name '" + p.object + "'.", s.name.pos);
+  if (!s.alter && (it != c->procedures.end() || c->tables.contains(p.object)))
+    throw SqlError(2714, "There is already an object named '" + p.object + "' in the database.", s.name.pos);
+  for (const auto& parameter : s.parameters) parameterType(parameter);
+  check([&] {
+    atomically([&] {
+      if (s.alter) dropObject(db.get(), p.schemaName, it->second.id);
+      storeProcedure(db.get(), p.schemaName, p.object, s.text);
+    });
+  });
+  reloadCatalog(p.schemaName);
+}
+
+void Session::Impl::dropProcedure(const tsql::ast::DropProcedure& s) {
+  refreshCatalogs();
+  for (const auto& n : s.names) {
+    const ObjectPlace p = place(n);
+    const DatabaseCatalog* c = p.known && !p.temporary ? catalogOf(p.database) : nullptr;
+    const auto missing = [&] {
+      return SqlError(3701, "Cannot drop the procedure '" + n.last() + "', because it does not exist or you do not have permission.", n.pos, 11);
+    };
+    if (!c) throw missing();
+    const auto it = c->procedures.find(p.object);
+    if (it == c->procedures.end()) throw missing();
+    const std::int64_t id = it->second.id;
+    check([&] { atomically([&] { dropObject(db.get(), p.schemaName, id); }); });
+    reloadCatalog(p.schemaName);
+  }
+}
+
+void Session::Impl::executeProcedure(const tsql::ast::Execute& s, Running& r) {
+  refreshCatalogs();
+  const ObjectPlace where = place(s.name);
+  const DatabaseCatalog* c = where.known && !where.temporary ? catalogOf(where.database) : nullptr;
+  const ProcedureDef* def = nullptr;
+  if (c)
+    if (const auto it = c->procedures.find(where.object); it != c->procedures.end()) def = &it->second;
+  if (!def) {
+    std::string spelled;
+    for (const auto& part : s.name.parts) spelled += (spelled.empty() ? "" : ".") + part;
+    throw SqlError(2812, "Could not find stored procedure '" + spelled + "'.", s.name.pos);
+  }
+  if (nesting >= deepest)
+    throw SqlError(217, "Maximum stored procedure, function, trigger, or view nesting level exceeded (limit 32).", s.pos);
+
+  auto& known = procedures[lowerName(where.database) + "." + std::to_string(def->id)];
+  if (!known || known->catalog != attached.at(where.database).catalog) {
+    auto p = std::make_shared<ProcedureText>();
+    p->id = def->id;
+    p->catalog = attached.at(where.database).catalog;
+    p->tokens = tsql::lex(def->text);
+    p->batch.tree = tsql::parse(p->tokens);
+    known = std::move(p);
+  }
+  const auto procedure = known;
+  const auto& text = static_cast<const tsql::ast::CreateProcedure&>(*procedure->batch.tree.statements.at(0));
+
+  Frame own;
+  std::vector<bool> given(text.parameters.size(), false);
+  bool named = false;
+  for (std::size_t i = 0; i < s.arguments.size(); ++i) {
+    const auto& a = s.arguments[i];
+    std::size_t n = i;
+    if (!a.name.empty()) {
+      named = true;
+      n = 0;
+      while (n < text.parameters.size() && !tsql::sameName(text.parameters[n].name, a.name)) ++n;
+      if (n == text.parameters.size())
+        throw SqlError(text.parameters.empty() ? 8146 : 8145,
+                       text.parameters.empty() ? "Procedure " + def->name + " has no parameters and arguments were supplied."
+                                               : "" + a.name + " is not a parameter for procedure " + def->name + ".", s.pos);
+    } else if (named) {
+      throw SqlError(119, "Must pass parameter number " + std::to_string(i + 1) + " and subsequent parameters as '@name = value'.", s.pos, 15);
+    }
+    if (n >= text.parameters.size())
+      throw SqlError(text.parameters.empty() ? 8146 : 8144,
+                     text.parameters.empty() ? "Procedure " + def->name + " has no parameters and arguments were supplied."
+                                             : "Procedure or function " + def->name + " has too many arguments specified.", s.pos);
+    const auto& parameter = text.parameters[n];
+    const auto type = parameterType(parameter);
+    tsql::Datum v;
+    if (a.value->kind == tsql::ast::ExprKind::column)  // a bare word is a text
+      v = tsql::convert(static_cast<const tsql::ast::Column&>(*a.value).name.last(), tsql::typeOf(tsql::TypeKind::nvarchar, 4000), type);
+    else
+      v = scalar(*a.value, *r.tokens, type, &r);
+    own[parameter.name] = {type, std::move(v)};
+    given[n] = true;
+  }
+  for (std::size_t n = 0; n < text.parameters.size(); ++n) {
+    if (given[n]) continue;
+    const auto& parameter = text.parameters[n];
+    if (!parameter.defaultValue)
+      throw SqlError(201, "Procedure or function '" + def->name + "' expects parameter '" + parameter.name + "', which was not supplied.", s.pos);
+    const auto type = parameterType(parameter);
+    own[parameter.name] = {type, scalar(*parameter.defaultValue, procedure->tokens, type, nullptr)};
+  }
+
+  Frame* const outer = frame;
+  const std::string outerDatabase = current;
+  struct Restore {
+    Session::Impl& i;
+    Frame* frame;
+    std::string database;
+    ~Restore() {
+      i.frame = frame;
+      i.current = database;
+      --i.nesting;
+    }
+  };
+  ++nesting;
+  const Restore restore{*this, outer, outerDatabase};
+  frame = &own;
+  current = where.database;
+  Running inner{&procedure->tokens, &procedure->batch, r.sink, r.parameters, &own, false};
+  runStatements(text.body, inner);
+}
+
+}  // namespace embedded

@@ -1,0 +1,374 @@
+#include "embedded/recordset.h"
+
+#include <algorithm>
+
+namespace embedded {
+
+using platform::RunTimeError;
+using platform::Value;
+using tsql::SqlError;
+
+void raise(const SqlError& e, const std::string& statement) {
+  platform::ServerFailure f;
+  f.number = e.number;
+  f.severity = e.severity;
+  f.line = e.pos.line;
+  f.message = e.what();
+  f.statement = statement;
+  throw RunTimeError(std::move(f));
+}
+
+namespace {
+
+class FirstResult : public ResultSink {
+public:
+  void columns(const std::vector<ColumnInfo>& c) override {
+    taking_ = !any;
+    if (!taking_) return;
+    any = true;
+    info = c;
+  }
+  void row(const std::vector<Value>& r) override {
+    if (taking_) rows.push_back(r);
+  }
+  void endRows(std::int64_t) override {}
+  void failure(const SqlError& e) override {
+    if (!error) error = e;
+  }
+  bool any = false;
+  std::vector<ColumnInfo> info;
+  std::vector<std::vector<Value>> rows;
+  std::optional<SqlError> error;
+
+private:
+  bool taking_ = false;
+};
+
+// What both kinds share: the current row, fields by name, new and edited rows.
+class Rows : public platform::Recordset {
+public:
+  Rows(std::shared_ptr<Session> session, std::string sql) : session_(std::move(session)), sql_(std::move(sql)) {}
+
+  bool IsOpen() const override { return open_; }
+
+  std::size_t FieldCount() const override { return columns_.size(); }
+
+  const std::string& FieldName(std::size_t i) const override {
+    if (i >= columns_.size()) noField(std::to_string(i));
+    return columns_[i].name;
+  }
+
+  Value Field(std::string_view name) const override { return Field(index(name)); }
+
+  Value Field(std::size_t i) const override {
+    if (i >= columns_.size()) noField(std::to_string(i));
+    if (adding_) return pending_[i];
+    if (editing_ && set_[i]) return pending_[i];
+    return current()[i];
+  }
+
+  void AddNew() override {
+    needTable();
+    adding_ = true;
+    editing_ = false;
+    pending_.assign(columns_.size(), Value());
+    set_.assign(columns_.size(), false);
+  }
+
+  void SetField(std::string_view name, const Value& v) override { SetField(index(name), v); }
+
+  void SetField(std::size_t i, const Value& v) override {
+    if (i >= columns_.size()) noField(std::to_string(i));
+    if (!adding_ && !editing_) {
+      needTable();
+      current();
+      editing_ = true;
+      pending_.assign(columns_.size(), Value());
+      set_.assign(columns_.size(), false);
+    }
+    if (source_.baseColumns[i] < 0) throw RunTimeError(RunTimeError::invalidCall, "The field '" + columns_[i].name + "' is an expression and cannot be set");
+    pending_[i] = v;
+    set_[i] = true;
+  }
+
+  void Update() override {
+    try {
+      if (adding_) addRow();
+      else if (editing_) editRow();
+    } catch (const SqlError& e) {
+      raise(e, sql_);
+    } catch (const SqliteFailure& f) {
+      raise(session_->impl().translate(f, source_.table), sql_);
+    }
+    adding_ = editing_ = false;
+  }
+
+protected:
+  virtual const std::vector<Value>& current() const = 0;
+  virtual std::int64_t currentRowNumber() const = 0;
+  virtual void replaceCurrent(std::size_t column, const Value& v) = 0;
+
+  void needOpen() const {
+    if (!open_) throw RunTimeError(RunTimeError::objectClosed, "The result set is closed");
+  }
+  [[noreturn]] static void noRow() { throw RunTimeError(RunTimeError::noCurrentRecord, "There is no current record"); }
+  [[noreturn]] static void noField(const std::string& name) {
+    throw RunTimeError(RunTimeError::noSuchField, "The result set has no field '" + name + "'");
+  }
+
+  std::size_t index(std::string_view name) const {
+    for (std::size_t i = 0; i < columns_.size(); ++i)
+      if (tsql::sameName(columns_[i].name, name)) return i;
+    noField(std::string(name));
+  }
+
+  void needTable() const {
+    needOpen();
+    if (!source_.table) throw RunTimeError(RunTimeError::invalidCall, "The rows of this selection belong to no single table and cannot be written");
+  }
+
+  void addRow() {
+    std::vector<Value> values;
+    std::vector<int> columns;
+    for (std::size_t i = 0; i < set_.size(); ++i) {
+      if (!set_[i]) continue;
+      columns.push_back(source_.baseColumns[i]);
+      values.push_back(pending_[i]);
+    }
+    auto& impl = session_->impl();
+    if (!insert_ || insertColumns_ != columns || !impl.stillHolds(*insert_)) {
+      std::string names, marks;
+      for (const int c : columns) {
+        names += (names.empty() ? "[" : ",[") + source_.table->columns[static_cast<std::size_t>(c)].name + "]";
+        marks += marks.empty() ? "?" : ",?";
+      }
+      const std::string target = source_.table->temporary ? source_.table->name : "[" + source_.table->database + "]..[" + source_.table->name + "]";
+      insert_ = impl.rowPlan(columns.empty() ? "insert into " + target + " default values"
+                                             : "insert into " + target + "(" + names + ") values(" + marks + ")");
+      insertColumns_ = columns;
+    }
+    impl.runRowPlan(*insert_, values);
+  }
+
+  void editRow() {
+    auto& impl = session_->impl();
+    impl.context.failure.reset();
+    std::string sql = "UPDATE " + source_.table->storage + " SET ";
+    std::vector<tsql::Datum> values;
+    for (std::size_t i = 0; i < set_.size(); ++i) {
+      if (!set_[i]) continue;
+      const auto& c = source_.table->columns[static_cast<std::size_t>(source_.baseColumns[i])];
+      tsql::SqlType from;
+      auto v = fromValue(pending_[i], from);
+      sql += (values.empty() ? "" : ",") + tsql::quoteName(c.name) + "=?";
+      values.push_back(tsql::convert(v, from, c.type, 0, tsql::ConvertMode::store));
+    }
+    if (values.empty()) return;
+    values.emplace_back(currentRowNumber());
+    PreparedStatement s(impl.db.get(), sql + " WHERE " + source_.table->rowNumber + "=?");
+    for (std::size_t i = 0; i < values.size(); ++i) s.bind(static_cast<int>(i) + 1, values[i]);
+    impl.beforeWrite();
+    s.step();
+    for (std::size_t i = 0; i < set_.size(); ++i)
+      if (set_[i]) replaceCurrent(i, pending_[i]);
+  }
+
+  std::shared_ptr<Session> session_;
+  std::string sql_;
+  bool open_ = true;
+  std::vector<ColumnInfo> columns_;
+  SelectCapture source_;
+  bool adding_ = false, editing_ = false;
+  std::vector<Value> pending_;
+  std::vector<bool> set_;
+  std::shared_ptr<Plan> insert_;
+  std::vector<int> insertColumns_;
+};
+
+class ClientRows : public Rows {
+public:
+  ClientRows(std::shared_ptr<Session> session, const std::string& sql) : Rows(std::move(session), sql) {
+    FirstResult first;
+    auto& impl = session_->impl();
+    struct Restore {
+      SelectCapture*& slot;
+      ~Restore() { slot = nullptr; }
+    } const restore{impl.capture};
+    impl.capture = &source_;
+    session_->execute(sql, first);
+    if (first.error) raise(*first.error, sql);
+    if (!first.any) throw RunTimeError(RunTimeError::objectClosed, "The batch gave no result set: " + sql);
+    columns_ = std::move(first.info);
+    rows_ = std::move(first.rows);
+  }
+
+  bool Bof() const override {
+    needOpen();
+    return before_ || rows_.empty();
+  }
+  bool Eof() const override {
+    needOpen();
+    return !before_ && at_ >= rows_.size();
+  }
+
+  void MoveFirst() override {
+    leaveRow();
+    if (rows_.empty()) noRow();
+    at_ = 0;
+    before_ = false;
+  }
+
+  void MoveNext() override {
+    leaveRow();
+    if (before_) {
+      before_ = false;
+      at_ = 0;
+      return;
+    }
+    if (at_ >= rows_.size()) noRow();
+    ++at_;
+  }
+
+  void MovePrevious() override {
+    leaveRow();
+    if (before_ || rows_.empty()) noRow();
+    if (at_ == 0) before_ = true;
+    else --at_;
+  }
+
+  void Close() override {
+    open_ = false;
+    rows_.clear();
+    rows_.shrink_to_fit();
+    insert_.reset();
+  }
+
+protected:
+  const std::vector<Value>& current() const override {
+    needOpen();
+    if (before_ || at_ >= rows_.size()) noRow();
+    return rows_[at_];
+  }
+  std::int64_t currentRowNumber() const override { return source_.rows.at(at_); }
+  void replaceCurrent(std::size_t column, const Value& v) override { rows_[at_][column] = v; }
+
+private:
+  void leaveRow() {
+    needOpen();
+    adding_ = editing_ = false;
+  }
+  std::vector<std::vector<Value>> rows_;
+  std::size_t at_ = 0;
+  bool before_ = false;
+};
+
+class ServerRows : public Rows {
+public:
+  ServerRows(std::shared_ptr<Session> session, const std::string& sql) : Rows(std::move(session), sql) {
+    guarded([&] {
+      stream_ = std::make_unique<Stream>(session_->impl(), sql);
+      columns_ = stream_->columns();
+      source_ = stream_->source();
+      fetch();
+    });
+  }
+
+  bool Bof() const override {
+    needOpen();
+    return before_ || (first_ && block_.empty());
+  }
+  bool Eof() const override {
+    needOpen();
+    return !before_ && at_ >= block_.size();
+  }
+
+  void MoveFirst() override {
+    leaveRow();
+    if (first_) {
+      if (block_.empty()) noRow();
+    } else {
+      guarded([&] {
+        stream_.reset();
+        stream_ = std::make_unique<Stream>(session_->impl(), sql_);
+        fetch();
+        first_ = true;
+      });
+    }
+    at_ = 0;
+    before_ = false;
+  }
+
+  void MoveNext() override {
+    leaveRow();
+    if (before_) {
+      before_ = false;
+      at_ = 0;
+      return;
+    }
+    if (at_ >= block_.size()) noRow();
+    if (++at_ < block_.size()) return;
+    guarded([&] {
+      fetch();
+      first_ = false;
+    });
+  }
+
+  void MovePrevious() override {
+    leaveRow();
+    if (before_ || (at_ == 0 && !first_)) noRow();
+    if (at_ == 0) before_ = true;
+    else --at_;
+  }
+
+  void Close() override {
+    open_ = false;
+    stream_.reset();
+    block_.clear();
+    insert_.reset();
+  }
+
+protected:
+  const std::vector<Value>& current() const override {
+    needOpen();
+    if (before_ || at_ >= block_.size()) noRow();
+    return block_[at_];
+  }
+  std::int64_t currentRowNumber() const override { return numbers_.at(at_); }
+  void replaceCurrent(std::size_t column, const Value& v) override { block_[at_][column] = v; }
+
+private:
+  void leaveRow() {
+    needOpen();
+    adding_ = editing_ = false;
+  }
+  void fetch() {
+    block_ = stream_->fetch();
+    numbers_ = stream_->rowNumbers();
+    at_ = 0;
+  }
+  template <class F> void guarded(F&& f) {
+    try {
+      f();
+    } catch (const SqlError& e) {
+      raise(e, sql_);
+    } catch (const SqliteFailure& f2) {
+      raise(session_->impl().translate(f2, nullptr), sql_);
+    }
+  }
+
+  std::unique_ptr<Stream> stream_;
+  std::vector<std::vector<Value>> block_;
+  std::vector<std::int64_t> numbers_;
+  std::size_t at_ = 0;
+  bool first_ = true, before_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<platform::Recordset> openRecordset(std::shared_ptr<Session> session, const std::string& sql,
+                                                   platform::CursorLocation location) {
+  if (location == platform::CursorLocation::server) return std::make_unique<ServerRows>(std::move(session), sql);
+  return std::make_unique<ClientRows>(std::move(session), sql);
+}
+
+}  // namespace embedded

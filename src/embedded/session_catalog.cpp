@@ -1,0 +1,272 @@
+// Databases, tables and other objects as a session finds them.
+
+#include <algorithm>
+
+#include "embedded/session_impl.h"
+
+namespace embedded {
+
+using tsql::quoteName;
+using tsql::TableDef;
+
+namespace {
+
+constexpr const char* tempdb = "tempdb";
+constexpr const char* temporarySchema = "temp";
+
+bool isTemporaryName(std::string_view n) {
+  return !n.empty() && n[0] == '#';
+}
+
+std::string schemaNameOf(const std::string& database) {
+  const std::string l = lowerName(database);
+  return l == "main" || l == "temp" ? "db_" + database : database;
+}
+
+// "db.dbo.t", "[dbo].[t]", "db..t": the parts of an object's name in a text.
+std::vector<std::string> splitName(std::string_view s) {
+  std::vector<std::string> parts(1);
+  for (std::size_t i = 0; i < s.size(); ++i) {
+    if (s[i] == '[') {
+      for (++i; i < s.size() && !(s[i] == ']' && (i + 1 >= s.size() || s[i + 1] != ']')); ++i) {
+        if (s[i] == ']') ++i;
+        parts.back() += s[i];
+      }
+    } else if (s[i] == '.') {
+      parts.emplace_back();
+    } else {
+      parts.back() += s[i];
+    }
+  }
+  for (auto& p : parts) {
+    while (!p.empty() && p.back() == ' ') p.pop_back();
+    while (!p.empty() && p.front() == ' ') p.erase(0, 1);
+  }
+  return parts;
+}
+
+}  // namespace
+
+void Session::Impl::open() {
+  sqlite3* handle = nullptr;
+  sqlite3_open_v2(":memory:", &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
+  db.reset(handle);
+  sqlite3_extended_result_codes(handle, 1);
+  sqlite3_busy_timeout(handle, server->impl().timeout);
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, static_cast<int*>(nullptr));
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DDL, 0, static_cast<int*>(nullptr));
+  context.now = server->impl().clock;
+  registerFunctions(handle, context);
+  registerSessionFunctions();
+}
+
+Session::Impl::Attached* Session::Impl::attach(std::string_view database) {
+  if (const auto it = attached.find(database); it != attached.end()) {
+    it->second.used = ++useCounter;
+    return &it->second;
+  }
+  auto spelled = server->impl().find(database);
+  if (!spelled && tsql::sameName(database, tempdb)) spelled = tempdb;
+  if (!spelled) return nullptr;
+  if (static_cast<int>(attached.size()) >= sqlite3_limit(db.get(), SQLITE_LIMIT_ATTACHED, -1)) detachIdle();
+  Attached a;
+  a.name = *spelled;
+  a.schemaName = schemaNameOf(*spelled);
+  check([&] {
+    const std::string file = server->impl().fileOf(*spelled);
+    PreparedStatement s(db.get(), "ATTACH ? AS ?");
+    const tsql::Datum path = file, schema = a.schemaName;
+    s.bind(1, path);
+    s.bind(2, schema);
+    s.step();
+    const std::string q = quoteName(a.schemaName);
+    run(db.get(), "PRAGMA " + q + ".journal_mode=WAL");
+    run(db.get(), "PRAGMA " + q + ".synchronous=NORMAL");
+    run(db.get(), "PRAGMA " + q + ".cache_size=-65536");
+    PreparedStatement has(db.get(), "SELECT 1 FROM " + q + ".sqlite_schema WHERE name='_ts_objects'");
+    const bool known = has.step();
+    has = {};
+    if (known) return;
+    if (tsql::sameName(*spelled, tempdb)) {
+      run(db.get(), "BEGIN IMMEDIATE");
+      PreparedStatement again(db.get(), "SELECT 1 FROM " + q + ".sqlite_schema WHERE name='_ts_objects'");
+      const bool made = again.step();
+      again = {};
+      if (!made) createCatalog(db.get(), a.schemaName);
+      run(db.get(), "COMMIT");
+      return;
+    }
+    run(db.get(), "DETACH " + q);
+    throw SqliteFailure{SQLITE_NOTADB, "'" + file + "' is no database of this server"};
+  });
+  a.used = ++useCounter;
+  return &(attached[*spelled] = std::move(a));
+}
+
+// SQLite attaches a limited number of files: the one that was used longest ago makes room.
+void Session::Impl::detachIdle() {
+  if (begun) return;
+  Attached* oldest = nullptr;
+  for (auto& [name, a] : attached)
+    if (!tsql::sameName(name, current) && (!oldest || a.used < oldest->used)) oldest = &a;
+  if (!oldest) return;
+  batches.clear();
+  planSets.clear();
+  procedures.clear();
+  check([&] { run(db.get(), "DETACH " + quoteName(oldest->schemaName)); });
+  attached.erase(attached.find(oldest->name));
+}
+
+const DatabaseCatalog* Session::Impl::catalogOf(std::string_view database) {
+  Attached* a = attach(database);
+  if (!a) return nullptr;
+  if (!a->catalog)
+    check([&] {
+      PreparedStatement v(db.get(), "PRAGMA " + quoteName(a->schemaName) + ".schema_version");
+      v.step();
+      a->schemaVersion = v.integer(0);
+      v = {};
+      a->catalog = loadCatalog(db.get(), a->name, a->schemaName, false);
+    });
+  return a->catalog.get();
+}
+
+std::shared_ptr<const DatabaseCatalog> Session::Impl::sharedCatalog(const TableDef& t) {
+  if (t.temporary) return temporary;
+  if (t.schemaName == "main") return nullptr;  // sysdatabases
+  return attached.at(t.database).catalog;
+}
+
+// Definitions that other sessions have changed since are read anew.
+void Session::Impl::refreshCatalogs() {
+  if (!catalogsStale) return;
+  catalogsStale = false;
+  for (auto& [name, a] : attached) {
+    if (!a.catalog) continue;
+    check([&] {
+      PreparedStatement v(db.get(), "PRAGMA " + quoteName(a.schemaName) + ".schema_version");
+      v.step();
+      if (v.integer(0) != a.schemaVersion) a.catalog.reset();
+    });
+  }
+}
+
+void Session::Impl::reloadCatalog(const std::string& schemaName) {
+  if (begun) changedSchemas.insert(schemaName);
+  if (schemaName == temporarySchema) {
+    check([&] { temporary = loadCatalog(db.get(), tempdb, temporarySchema, true); });
+    return;
+  }
+  for (auto& [name, a] : attached)
+    if (a.schemaName == schemaName) a.catalog.reset();
+}
+
+void Session::Impl::needTemporary() {
+  if (temporary) return;
+  check([&] {
+    createCatalog(db.get(), temporarySchema);
+    temporary = loadCatalog(db.get(), tempdb, temporarySchema, true);
+  });
+}
+
+Session::Impl::ObjectPlace Session::Impl::place(const tsql::ast::Name& name) {
+  ObjectPlace p;
+  p.object = name.last();
+  const std::size_t n = name.parts.size();
+  if (n > 3) return p;
+  std::string owner = n >= 2 ? name.parts[n - 2] : "";
+  const std::string database = n == 3 ? name.parts[0] : "";
+  if (isTemporaryName(p.object)) {
+    p.temporary = true;
+    p.database = tempdb;
+    p.schemaName = temporarySchema;
+    p.known = true;
+    return p;
+  }
+  if (!owner.empty() && !tsql::sameName(owner, "dbo") && !tsql::sameName(owner, "sys")) return p;
+  p.database = database.empty() ? current : database;
+  if (p.database.empty()) return p;
+  if (const Attached* a = attach(p.database)) {
+    p.database = a->name;
+    p.schemaName = a->schemaName;
+    p.known = true;
+  }
+  return p;
+}
+
+const TableDef* Session::Impl::table(const tsql::ast::Name& name) {
+  if (tsql::sameName(name.last(), "sysdatabases")) {
+    // A list of the server's databases, made when it is asked for.
+    check([&] {
+      run(db.get(),
+          "CREATE TABLE IF NOT EXISTS main._ts_databases(name TEXT COLLATE TQ,dbid INTEGER);DELETE FROM "
+          "main._ts_databases");
+      std::int64_t id = 0;
+      auto names = server->databases();
+      names.push_back(tempdb);
+      for (const auto& n : names) {
+        PreparedStatement s(db.get(), "INSERT INTO main._ts_databases VALUES(?,?)");
+        const tsql::Datum text = n, number = ++id;
+        s.bind(1, text);
+        s.bind(2, number);
+        s.step();
+      }
+    });
+    static const TableDef databases = [] {
+      TableDef t;
+      t.id = 9;
+      t.database = "master";
+      t.name = "sysdatabases";
+      t.storage = "main._ts_databases";
+      t.schemaName = "main";
+      t.storageName = "_ts_databases";
+      t.system = true;
+      tsql::ColumnDef n, d;
+      n.name = "name";
+      n.type = tsql::typeOf(tsql::TypeKind::nvarchar, 128);
+      n.nullable = false;
+      d.name = "dbid";
+      d.type = tsql::typeOf(tsql::TypeKind::smallint);
+      t.columns = {n, d};
+      return t;
+    }();
+    return &databases;
+  }
+  const ObjectPlace p = place(name);
+  if (!p.known) return nullptr;
+  const DatabaseCatalog* c = p.temporary ? temporary.get() : catalogOf(p.database);
+  if (!c) return nullptr;
+  const auto it = c->tables.find(p.object);
+  return it == c->tables.end() ? nullptr : it->second.get();
+}
+
+std::optional<tsql::SqlType> Session::Impl::variable(std::string_view name) {
+  using tsql::TypeKind;
+  const std::string l = lowerName(name);
+  if (l == "@@identity") return tsql::decimalType(38, 0);
+  if (l == "@@rowcount" || l == "@@trancount" || l == "@@error") return tsql::typeOf(TypeKind::integer);
+  if (l == "@@version" || l == "@@servername") return tsql::typeOf(TypeKind::nvarchar, 300);
+  if (!frame) return std::nullopt;
+  const auto it = frame->find(name);
+  return it == frame->end() ? std::nullopt : std::optional(it->second.type);
+}
+
+std::optional<std::int64_t> Session::Impl::objectId(std::string_view text, std::string_view type) {
+  tsql::ast::Name name;
+  name.parts = splitName(text);
+  const ObjectPlace p = place(name);
+  if (!p.known) return std::nullopt;
+  if (p.temporary && name.parts.size() != 3) return std::nullopt;  // # tables lie in tempdb
+  std::string wanted(type);
+  while (!wanted.empty() && wanted.back() == ' ') wanted.pop_back();
+  auto fits = [&](const char* t) { return wanted.empty() || tsql::sameName(wanted, t); };
+  const DatabaseCatalog* c = p.temporary ? temporary.get() : catalogOf(p.database);
+  if (!c) return std::nullopt;
+  if (const auto it = c->tables.find(p.object); it != c->tables.end())
+    return fits(it->second->system ? "S" : "U") ? std::optional(it->second->id) : std::nullopt;
+  if (const auto it = c->procedures.find(p.object); it != c->procedures.end())
+    return fits("P") ? std::optional(it->second.id) : std::nullopt;
+  return std::nullopt;
+}
+
+}  // namespace embedded

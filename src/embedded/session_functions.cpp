@@ -1,0 +1,144 @@
+// Functions that ask the session: object_id, identity numbers, names.
+
+#include "embedded/session_impl.h"
+
+namespace embedded {
+
+namespace {
+
+Session::Impl& self(sqlite3_context* c) { return *static_cast<Session::Impl*>(sqlite3_user_data(c)); }
+
+std::string argument(sqlite3_value* v) {
+  const auto* p = reinterpret_cast<const char*>(sqlite3_value_text(v));
+  return p ? std::string(p, static_cast<std::size_t>(sqlite3_value_bytes(v))) : std::string();
+}
+
+void text(sqlite3_context* c, const std::string& s) {
+  sqlite3_result_text64(c, s.data(), s.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+}
+
+// No exception crosses SQLite: a failure is kept in the context and ends the statement.
+template <class F> void guarded(sqlite3_context* c, F&& f) {
+  try {
+    f();
+  } catch (const tsql::SqlError& e) {
+    self(c).context.fail(e);
+    sqlite3_result_error(c, e.what(), -1);
+  } catch (const SqliteFailure& e) {
+    sqlite3_result_error(c, e.message.c_str(), -1);
+  } catch (const std::exception& e) {
+    sqlite3_result_error(c, e.what(), -1);
+  }
+}
+
+void objectIdOf(sqlite3_context* c, int n, sqlite3_value** v) {
+  guarded(c, [&] {
+    if (sqlite3_value_type(v[0]) == SQLITE_NULL) return sqlite3_result_null(c);
+    const auto id = self(c).objectId(argument(v[0]), n > 1 ? argument(v[1]) : "");
+    if (id) sqlite3_result_int64(c, *id);
+    else sqlite3_result_null(c);
+  });
+}
+
+void objectProperty(sqlite3_context* c, int, sqlite3_value** v) {
+  guarded(c, [&] {
+    sqlite3_result_null(c);
+    if (sqlite3_value_type(v[0]) == SQLITE_NULL) return;
+    const std::int64_t id = sqlite3_value_int64(v[0]);
+    const std::string property = lowerName(argument(v[1]));
+    const DatabaseCatalog* catalog = self(c).catalogOf(self(c).current);
+    bool table = false, procedure = false, system = false;
+    if (catalog) {
+      for (const auto& [name, t] : catalog->tables)
+        if (t->id == id) (t->system ? system : table) = true;
+      for (const auto& [name, p] : catalog->procedures) procedure = procedure || p.id == id;
+    }
+    if (!table && !procedure && !system) return;
+    if (property == "isusertable") sqlite3_result_int(c, table);
+    else if (property == "isprocedure") sqlite3_result_int(c, procedure);
+    else if (property == "istable") sqlite3_result_int(c, table || system);
+    else if (property == "issystemtable") sqlite3_result_int(c, system);
+    else if (property == "isview" || property == "istrigger") sqlite3_result_int(c, 0);
+  });
+}
+
+void session(sqlite3_context* c, int, sqlite3_value** v) {
+  guarded(c, [&] {
+    const std::string what = argument(v[0]);
+    auto& s = self(c);
+    if (what == "scope_identity") {
+      if (s.scopeIdentity) sqlite3_result_int64(c, *s.scopeIdentity);
+      else sqlite3_result_null(c);
+    } else if (what == "db_name") {
+      text(c, s.current.empty() ? "master" : s.current);
+    } else if (what == "host_name") {
+      text(c, "localhost");
+    } else {
+      text(c, "dbo");
+    }
+  });
+}
+
+void identity(sqlite3_context* c, int, sqlite3_value** v) {
+  guarded(c, [&] {
+    sqlite3_result_int64(c, self(c).nextIdentity(sqlite3_value_int64(v[0])));
+  });
+}
+
+void identCurrent(sqlite3_context* c, int, sqlite3_value** v) {
+  guarded(c, [&] {
+    auto& s = self(c);
+    tsql::ast::Name n;
+    n.parts = {argument(v[0])};
+    sqlite3_result_null(c);
+    const auto* t = s.table(n);
+    if (!t || t->identityColumn() < 0) return;
+    const auto ref = s.identityRef(*t);
+    const std::lock_guard lock(s.server->impl().mutex);
+    const auto it = s.server->impl().identity.find(s.identityRefs[static_cast<std::size_t>(ref)].key);
+    sqlite3_result_int64(c, it == s.server->impl().identity.end() ? s.identityRefs[static_cast<std::size_t>(ref)].seed : it->second);
+  });
+}
+
+void databaseId(sqlite3_context* c, int n, sqlite3_value** v) {
+  guarded(c, [&] {
+    auto& s = self(c);
+    const std::string name = n ? argument(v[0]) : s.current;
+    const auto names = s.server->databases();
+    for (std::size_t i = 0; i < names.size(); ++i)
+      if (tsql::sameName(names[i], name)) return sqlite3_result_int(c, static_cast<int>(i) + 1);
+    sqlite3_result_null(c);
+  });
+}
+
+void objectName(sqlite3_context* c, int, sqlite3_value** v) {
+  guarded(c, [&] {
+    sqlite3_result_null(c);
+    const std::int64_t id = sqlite3_value_int64(v[0]);
+    const DatabaseCatalog* catalog = self(c).catalogOf(self(c).current);
+    if (!catalog) return;
+    for (const auto& [name, t] : catalog->tables)
+      if (t->id == id) return text(c, t->name);
+    for (const auto& [name, p] : catalog->procedures)
+      if (p.id == id) return text(c, p.name);
+  });
+}
+
+}  // namespace
+
+void Session::Impl::registerSessionFunctions() {
+  const auto add = [&](const char* name, int arguments, void (*f)(sqlite3_context*, int, sqlite3_value**)) {
+    sqlite3_create_function_v2(db.get(), name, arguments, SQLITE_UTF8, this, f, nullptr, nullptr, nullptr);
+  };
+  add("ts_object_id", 1, objectIdOf);
+  add("ts_object_id", 2, objectIdOf);
+  add("ts_objectproperty", 2, objectProperty);
+  add("ts_session", 1, session);
+  add("ts_identity", 1, identity);
+  add("ts_ident_current", 1, identCurrent);
+  add("ts_db_id", 0, databaseId);
+  add("ts_db_id", 1, databaseId);
+  add("ts_object_name", 1, objectName);
+}
+
+}  // namespace embedded

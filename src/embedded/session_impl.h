@@ -1,0 +1,255 @@
+#pragma once
+// The session's own state.
+//
+// A session has one SQLite connection: a memory database with the server's database files attached on first use, and its
+// # tables in SQLite's temporary schema. A transaction of the dialect becomes one of SQLite with its first write, so that
+// until then every read sees what others have committed.
+
+#include <array>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <set>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "embedded/catalog_store.h"
+#include "embedded/functions.h"
+#include "embedded/server.h"
+#include "embedded/sqlite.h"
+#include "tsql/binder.h"
+#include "tsql/emitter.h"
+#include "tsql/parser.h"
+#include "tsql/token.h"
+
+namespace embedded {
+
+struct Server::Impl {
+  std::string folder;
+  int timeout = 5000;
+  std::function<std::int64_t()> clock;
+  std::mutex mutex;  // guards identity
+  // The last number given in each table with an identity column, by "db.tableid": numbers are not used twice, not even
+  // after a failure or a rollback.
+  std::map<std::string, std::int64_t> identity;
+
+  std::string fileOf(const std::string& database) const;
+  std::optional<std::string> find(std::string_view database) const;  // the name as spelled
+};
+
+// A statement that is bound, emitted and prepared. It holds as long as the catalogs that it was bound against stand, and
+// for texts of its shape whose pinned literals are the same.
+struct Plan {
+  enum class Kind { select, insert, update, delete_ } kind = Kind::select;
+  std::string sql;
+  std::vector<tsql::Slot> slots;  // literal ordinals count from the statement's first literal
+  std::vector<tsql::Pin> pins;
+  std::vector<std::shared_ptr<const DatabaseCatalog>> catalogs;
+  std::vector<ColumnInfo> columns;
+  PreparedStatement prepared;
+  const tsql::TableDef* table = nullptr;  // the one that is written, or the only one that is read
+  bool hiddenRow = false;                 // a last column holds the row number of `table`
+  std::vector<int> baseColumns;           // of `table`, per result column; -1 for an expression
+  bool numbered = false;                  // the server gives the identity number
+  int identitySlot = -1;                  // single row: the slot that takes it
+  std::string selectionSql;               // an update of key columns the slow way
+  bool temporary = false;                 // reads or writes # tables
+  std::vector<std::string> writes;        // SQLite schemas
+  std::vector<const tsql::TableDef*> reads;
+};
+
+struct PlanSet {
+  std::vector<std::shared_ptr<Plan>> plans;
+};
+
+// A batch of one shape: its tree, and for each statement where its plans are.
+struct ParsedBatch {
+  tsql::ast::Batch tree;
+  std::unordered_map<const tsql::ast::Statement*, std::shared_ptr<PlanSet>> plans;
+  std::unordered_map<const tsql::ast::Expr*, std::shared_ptr<PlanSet>> conditions;
+};
+
+struct Variable {
+  tsql::SqlType type;
+  tsql::Datum value;
+};
+using Frame = std::map<std::string, Variable, LessNoCase>;
+
+// A batch as it runs.
+struct Running {
+  const tsql::TokenStream* tokens = nullptr;
+  ParsedBatch* batch = nullptr;
+  ResultSink* sink = nullptr;
+  const std::vector<platform::Value>* parameters = nullptr;
+  Frame* frame = nullptr;
+  bool ended = false;  // return, or a failure that ends the batch
+};
+
+struct ProcedureText {
+  std::int64_t id = 0;
+  std::shared_ptr<const DatabaseCatalog> catalog;
+  tsql::TokenStream tokens;
+  ParsedBatch batch;
+};
+
+struct IdentityRef {
+  std::string key;
+  std::int64_t id = 0;
+  std::string schemaName;
+  std::int64_t seed = 1, increment = 1;
+};
+
+class Stream;
+
+// What the first selection of a batch read, for a result set that can be written through.
+struct SelectCapture {
+  bool done = false;
+  std::shared_ptr<const DatabaseCatalog> catalog;  // keeps `table`
+  const tsql::TableDef* table = nullptr;           // null: the rows belong to no single table
+  std::vector<int> baseColumns;
+  std::vector<std::int64_t> rows;  // row numbers
+};
+
+struct Session::Impl : tsql::Catalog {
+  explicit Impl(std::shared_ptr<Server> s) : server(std::move(s)) {}
+  ~Impl() override;
+
+  std::shared_ptr<Server> server;
+  FunctionContext context;
+  DatabaseHandle db;
+  std::string current;  // database, as spelled
+  bool cacheOn = true;
+  std::size_t fetchBlock = 256;
+
+  // ---- databases (session_catalog.cpp)
+  struct Attached {
+    std::string name, schemaName;
+    std::shared_ptr<const DatabaseCatalog> catalog;
+    std::int64_t schemaVersion = -1;
+    std::uint64_t used = 0;
+  };
+  std::map<std::string, Attached, LessNoCase> attached;
+  std::shared_ptr<const DatabaseCatalog> temporary;  // the # tables; null until the first one
+  std::uint64_t useCounter = 0;
+  bool catalogsStale = true;  // look for changes of others before the next binding
+
+  void open();
+  Attached* attach(std::string_view database);  // null when there is no such database
+  void detachIdle();
+  const DatabaseCatalog* catalogOf(std::string_view database);
+  std::shared_ptr<const DatabaseCatalog> sharedCatalog(const tsql::TableDef& t);
+  void refreshCatalogs();
+  void reloadCatalog(const std::string& schemaName);
+  void needTemporary();
+  const tsql::TableDef* table(const tsql::ast::Name& name) override;
+  std::optional<tsql::SqlType> variable(std::string_view name) override;
+  std::string currentDatabase() const override { return current; }
+  struct ObjectPlace {
+    std::string database, schemaName, object;
+    bool temporary = false, known = false;  // known: the database is there and the owner is dbo
+  };
+  ObjectPlace place(const tsql::ast::Name& name);
+  std::optional<std::int64_t> objectId(std::string_view name, std::string_view type);
+  void registerSessionFunctions();
+
+  // ---- running (session.cpp)
+  void execute(const std::string& batch, ResultSink& sink, const std::vector<platform::Value>& parameters);
+  std::shared_ptr<ParsedBatch> parsed(const tsql::TokenStream& tokens);
+  void runStatements(const std::vector<tsql::ast::StatementPtr>& statements, Running& r);
+  void runStatement(const tsql::ast::Statement& s, Running& r);
+  void runOne(const tsql::ast::Statement& s, Running& r);
+  void afterFailure(const tsql::SqlError& e, Running& r);
+  Frame* frame = nullptr;  // variables in force
+  SelectCapture* capture = nullptr;
+  std::map<std::string, std::shared_ptr<ParsedBatch>> batches;
+  std::unordered_map<std::string, std::shared_ptr<PlanSet>> planSets;
+  std::int64_t rowCount = 0;
+  int lastError = 0;
+  int nesting = 0;
+
+  // ---- plans (plan.cpp)
+  std::shared_ptr<PlanSet> planSet(const tsql::ast::Statement& s, const Running& r);
+  std::shared_ptr<Plan> plan(PlanSet& set, const Running& r, std::size_t firstToken,
+                             const std::function<tsql::BoundStatement()>& bind);
+  std::shared_ptr<Plan> makePlan(tsql::BoundStatement bound, int literalBase);
+  bool holds(const Plan& p, const tsql::TokenStream& tokens, int literalBase) const;
+  void bindSlots(Plan& p, const Running& r, int literalBase, std::vector<tsql::Datum>& values);
+  tsql::Datum slotValue(const tsql::Slot& slot, const Running& r, int literalBase);
+  static int literalBase(const tsql::TokenStream& tokens, std::size_t firstToken);
+
+  // ---- statements (statements.cpp)
+  void select(const tsql::ast::SelectStatement& s, Running& r);
+  void selectInto(const tsql::ast::SelectStatement& s, Running& r);
+  void insert(const tsql::ast::Insert& s, Running& r);
+  void update(const tsql::ast::Update& s, Running& r);
+  void delete_(const tsql::ast::Delete& s, Running& r);
+  bool condition(const tsql::ast::Expr& e, std::size_t firstToken, Running& r);
+  tsql::Datum scalar(const tsql::ast::Expr& e, const tsql::TokenStream& tokens, tsql::SqlType type, Running* r,
+                     tsql::SqlType* resultType = nullptr);
+  void change(Plan& p, const Running& r, int literalBase);
+  void updateKeys(Plan& p, std::vector<tsql::Datum>& values);
+  void affected(std::int64_t n, Running& r);
+  // The plan of one statement alone, for a caller that runs it again and again with other parameters.
+  std::shared_ptr<Plan> rowPlan(const std::string& statement);
+  bool stillHolds(const Plan& p) const;
+  void runRowPlan(Plan& p, const std::vector<platform::Value>& parameters);
+
+  // ---- definitions (ddl.cpp)
+  void createTable(const tsql::ast::CreateTable& s, Running& r);
+  void alterTable(const tsql::ast::AlterTable& s, Running& r);
+  void dropTable(const tsql::ast::DropTable& s);
+  void truncate(const tsql::ast::Truncate& s, Running& r);
+  void createIndex(const tsql::ast::CreateIndex& s);
+  void dropIndex(const tsql::ast::DropIndex& s);
+  void createDatabase(const tsql::ast::CreateDatabase& s);
+  void dropDatabase(const tsql::ast::DropDatabase& s);
+  void makeTable(tsql::TableDef table, const ObjectPlace& p);
+  tsql::ColumnDef columnOf(const tsql::ast::ColumnDefinition& d, const tsql::TokenStream& tokens);
+  std::string columnSql(const tsql::ColumnDef& c, const tsql::TableDef& t);
+  void makeKey(const tsql::TableDef& t, tsql::KeyDef& key);
+  void addConstraint(tsql::TableDef& t, const tsql::ast::TableConstraint& c, std::vector<tsql::KeyDef>& keys,
+                     std::vector<tsql::CheckDef>& checks);
+
+  // ---- procedures (procedures.cpp)
+  void createProcedure(const tsql::ast::CreateProcedure& s, Running& r);
+  void dropProcedure(const tsql::ast::DropProcedure& s);
+  void executeProcedure(const tsql::ast::Execute& s, Running& r);
+  std::map<std::string, std::shared_ptr<ProcedureText>> procedures;  // by "db.id"
+
+  // ---- transactions and identity (transactions.cpp)
+  int tranCount = 0;
+  bool begun = false;     // SQLite's transaction has begun
+  std::set<std::string> changedSchemas;  // definitions changed inside the transaction
+  void beginTransaction();
+  void commit();
+  void rollback();
+  void beforeWrite();
+  // Runs `work` so that it happens whole or not at all, inside the open transaction or in one of its own.
+  void atomically(const std::function<void()>& work);
+  std::int64_t nextIdentity(const tsql::TableDef& t);
+  std::int64_t nextIdentity(std::int64_t ref);
+  void identityGiven(const tsql::TableDef& t, std::int64_t number);
+  void flushIdentities();
+  std::int64_t identityRef(const tsql::TableDef& t);
+  std::vector<IdentityRef> identityRefs;
+  std::set<std::int64_t> identityRead;     // refs whose stored number was read in this transaction
+  std::set<std::int64_t> identityPending;  // refs whose number is not stored yet
+  std::optional<std::int64_t> lastIdentity, scopeIdentity;
+  std::string identityInsert;  // "db.table", lower case
+  std::vector<Stream*> streams;  // open streams that read through this connection
+  void drainStreams();
+
+  // ---- failures (failures.cpp)
+  tsql::SqlError translate(const SqliteFailure& f, const tsql::TableDef* table);
+  void check(const std::function<void()>& work, const tsql::TableDef* table = nullptr);
+};
+
+// A cell of a result set as the platform's value.
+platform::Value toValue(tsql::Datum d, const tsql::SqlType& t);
+tsql::Datum fromValue(const platform::Value& v, tsql::SqlType& type);
+
+}  // namespace embedded

@@ -1,0 +1,273 @@
+// select, insert, update, delete.
+
+#include "embedded/session_impl.h"
+
+namespace embedded {
+
+using tsql::Datum;
+using tsql::SqlError;
+
+std::shared_ptr<Plan> Session::Impl::rowPlan(const std::string& statement) {
+  const auto tokens = tsql::lex(statement);
+  const auto tree = tsql::parse(tokens);
+  refreshCatalogs();
+  return makePlan(tsql::bindInsert(static_cast<const tsql::ast::Insert&>(*tree.statements.at(0)), tokens, *this, {identityInsert}), 0);
+}
+
+bool Session::Impl::stillHolds(const Plan& p) const {
+  static const tsql::TokenStream none;
+  return holds(p, none, 0);
+}
+
+void Session::Impl::runRowPlan(Plan& p, const std::vector<platform::Value>& parameters) {
+  static const tsql::TokenStream none;
+  context.failure.reset();
+  Running r{&none, nullptr, nullptr, &parameters, nullptr, false};
+  change(p, r, 0);
+}
+
+void Session::Impl::affected(std::int64_t n, Running& r) {
+  rowCount = n;
+  lastError = 0;
+  r.sink->affected(n);
+}
+
+void Session::Impl::select(const tsql::ast::SelectStatement& s, Running& r) {
+  if (s.select->into) return selectInto(s, r);
+  for (int attempt = 0;; ++attempt) {
+    const auto set = planSet(s, r);
+    const auto p = plan(*set, r, s.firstToken, [&] { return tsql::bindSelect(*s.select, *r.tokens, *this); });
+    std::vector<Datum> values;
+    bindSlots(*p, r, literalBase(*r.tokens, s.firstToken), values);
+    const int prepared = p->prepared.timesPrepared();
+    bool changed = false;
+    check([&] {
+      const ResetGuard guard(p->prepared);
+      bool more = p->prepared.step();
+      if (p->prepared.timesPrepared() != prepared && attempt == 0) {
+        // Another session changed a definition since the plan was made.
+        changed = true;
+        return;
+      }
+      r.sink->columns(p->columns);
+      std::int64_t n = 0;
+      SelectCapture* const into = capture && !capture->done ? capture : nullptr;
+      if (into) {
+        into->done = true;
+        if (p->hiddenRow) {
+          into->table = p->table;
+          into->catalog = sharedCatalog(*p->table);
+          into->baseColumns = p->baseColumns;
+        }
+      }
+      std::vector<platform::Value> row(p->columns.size());
+      for (; more; more = p->prepared.step(), ++n) {
+        if (into && p->hiddenRow) into->rows.push_back(p->prepared.integer(static_cast<int>(row.size())));
+        for (std::size_t i = 0; i < row.size(); ++i)
+          row[i] = toValue(p->prepared.column(static_cast<int>(i)), p->columns[i].type);
+        r.sink->row(row);
+      }
+      rowCount = n;
+      lastError = 0;
+      r.sink->endRows(n);
+    });
+    if (!changed) return;
+    catalogsStale = true;
+    set->plans.clear();
+  }
+}
+
+bool Session::Impl::condition(const tsql::ast::Expr& e, std::size_t firstToken, Running& r) {
+  auto& set = r.batch->conditions[&e];
+  if (!set) set = std::make_shared<PlanSet>();
+  const auto p = plan(*set, r, firstToken, [&] { return tsql::bindCondition(e, *r.tokens, *this); });
+  std::vector<Datum> values;
+  bindSlots(*p, r, literalBase(*r.tokens, firstToken), values);
+  bool result = false;
+  check([&] {
+    const ResetGuard guard(p->prepared);
+    result = p->prepared.step() && p->prepared.integer(0) != 0;
+  });
+  return result;
+}
+
+Datum Session::Impl::scalar(const tsql::ast::Expr& e, const tsql::TokenStream& tokens, tsql::SqlType type, Running* r,
+                            tsql::SqlType* resultType) {
+  Running own;
+  if (r) own = *r;
+  own.tokens = &tokens;
+  auto bound = tsql::bindScalar(e, tokens, *this, type);
+  const auto& item = *bound.select->items[0].expr;
+  if (resultType) *resultType = item.type;
+  const auto p = makePlan(std::move(bound), 0);
+  std::vector<Datum> values;
+  bindSlots(*p, own, 0, values);
+  Datum result;
+  check([&] {
+    const ResetGuard guard(p->prepared);
+    if (p->prepared.step()) result = p->prepared.column(0);
+  });
+  return result;
+}
+
+void Session::Impl::change(Plan& p, const Running& r, int base) {
+  std::vector<Datum> values;
+  bindSlots(p, r, base, values);
+  if (p.numbered && !begun && tranCount == 0) {
+    // The row and its number are stored together.
+    check([&] {
+      atomically([&] {
+        if (p.identitySlot >= 0) {
+          values[static_cast<std::size_t>(p.identitySlot)] = nextIdentity(*p.table);
+          p.prepared.bind(p.identitySlot + 1, values[static_cast<std::size_t>(p.identitySlot)]);
+        }
+        const ResetGuard guard(p.prepared);
+        p.prepared.step();
+      });
+    }, p.table);
+    return;
+  }
+  beforeWrite();
+  check([&] {
+    if (p.identitySlot >= 0) {
+      values[static_cast<std::size_t>(p.identitySlot)] = nextIdentity(*p.table);
+      p.prepared.bind(p.identitySlot + 1, values[static_cast<std::size_t>(p.identitySlot)]);
+    }
+    const ResetGuard guard(p.prepared);
+    try {
+      p.prepared.step();
+    } catch (const SqliteFailure& f) {
+      // Keys hold after the whole statement, not after each row: a second, slower way may still get there.
+      if (p.kind != Plan::Kind::update || p.selectionSql.empty() ||
+          (f.code != SQLITE_CONSTRAINT_UNIQUE && f.code != SQLITE_CONSTRAINT_PRIMARYKEY))
+        throw;
+      updateKeys(p, values);
+    }
+  }, p.table);
+}
+
+void Session::Impl::insert(const tsql::ast::Insert& s, Running& r) {
+  const auto set = planSet(s, r);
+  const tsql::BindOptions options{identityInsert};
+  const bool given = !identityInsert.empty();
+  if (given) set->plans.clear();  // plans of both ways must not meet
+  const auto p = plan(*set, r, s.firstToken, [&] { return tsql::bindInsert(s, *r.tokens, *this, options); });
+  change(*p, r, literalBase(*r.tokens, s.firstToken));
+  const std::int64_t n = sqlite3_changes64(db.get());
+  if (given && p->table->identityColumn() >= 0 && !p->numbered) {
+    check([&] {
+      PreparedStatement top(db.get(), "SELECT max(rowid) FROM " + p->table->storage);
+      if (top.step()) identityGiven(*p->table, top.integer(0));
+    });
+    check([&] { if (!begun) atomically([] {}); });
+    set->plans.clear();
+  }
+  affected(n, r);
+}
+
+// Removes the rows and writes them again as they will be, so that keys are checked on the result.
+void Session::Impl::updateKeys(Plan& p, std::vector<Datum>& values) {
+  auto work = [&] {
+    std::vector<std::vector<Datum>> rows;
+    {
+      PreparedStatement s(db.get(), p.selectionSql);
+      for (std::size_t i = 0; i < values.size(); ++i)
+        if (static_cast<int>(i) < sqlite3_bind_parameter_count(s.get())) s.bind(static_cast<int>(i) + 1, values[i]);
+      std::set<std::int64_t> seen;
+      while (s.step()) {
+        if (!seen.insert(s.integer(0)).second) continue;
+        auto& row = rows.emplace_back();
+        for (int i = 0; i < s.columns(); ++i) row.push_back(s.column(i));
+      }
+    }
+    PreparedStatement remove(db.get(), tsql::emitRowDelete(*p.table));
+    for (const auto& row : rows) {
+      remove.bind(1, row[0]);
+      remove.step();
+      remove.reset();
+    }
+    PreparedStatement write(db.get(), tsql::emitRowInsert(*p.table));
+    const bool rowNumberBound = p.table->identityColumn() < 0;
+    for (const auto& row : rows) {
+      for (std::size_t i = rowNumberBound ? 0 : 1; i < row.size(); ++i) write.bind(static_cast<int>(i) + 1, row[i]);
+      write.step();
+      write.reset();
+    }
+    rowCount = static_cast<std::int64_t>(rows.size());
+  };
+  p.prepared.reset();
+  atomically(work);
+}
+
+void Session::Impl::update(const tsql::ast::Update& s, Running& r) {
+  const auto set = planSet(s, r);
+  const auto p = plan(*set, r, s.firstToken, [&] { return tsql::bindUpdate(s, *r.tokens, *this); });
+  rowCount = -1;
+  change(*p, r, literalBase(*r.tokens, s.firstToken));
+  affected(rowCount >= 0 ? rowCount : sqlite3_changes64(db.get()), r);
+}
+
+void Session::Impl::delete_(const tsql::ast::Delete& s, Running& r) {
+  const auto set = planSet(s, r);
+  const auto p = plan(*set, r, s.firstToken, [&] { return tsql::bindDelete(s, *r.tokens, *this); });
+  change(*p, r, literalBase(*r.tokens, s.firstToken));
+  affected(sqlite3_changes64(db.get()), r);
+}
+
+// The new table has the selection's columns: names, types, and whether they may be Null.
+void Session::Impl::selectInto(const tsql::ast::SelectStatement& s, Running& r) {
+  refreshCatalogs();
+  auto bound = tsql::bindSelect(*s.select, *r.tokens, *this);
+  const auto& name = *s.select->into;
+  const ObjectPlace where = place(name);
+  if (!where.known) throw SqlError(2760, "The specified schema name or database of '" + where.object + "' does not exist.", name.pos);
+  if (where.temporary) needTemporary();
+  if (table(name))
+    throw SqlError(2714, "There is already an object named '" + where.object + "' in the database.", name.pos);
+  tsql::TableDef t;
+  t.name = where.object;
+  const bool single = bound.select->from.size() == 1 && bound.select->from[0]->table && !bound.select->next;
+  std::set<std::string> names;
+  for (const auto& item : bound.select->items) {
+    tsql::ColumnDef c;
+    c.name = item.name;
+    if (c.name.empty())
+      throw SqlError(1038, "An object or column name is missing or empty. For SELECT INTO statements, verify each column has a name.", s.pos, 15);
+    if (!names.insert(lowerName(c.name)).second)
+      throw SqlError(2705, "Column names in each table must be unique. Column name '" + c.name + "' in table '" + t.name +
+                               "' is specified more than once.", s.pos);
+    c.type = item.expr->type.kind == tsql::TypeKind::null ? tsql::typeOf(tsql::TypeKind::integer) : item.expr->type;
+    if (tsql::isText(c.type.kind) && c.type.length == 0) c.type.length = 1;
+    c.nullable = item.expr->nullable;
+    if (single && item.expr->op == tsql::BoundOp::column)
+      c.identity = bound.select->from[0]->table->columns[static_cast<std::size_t>(item.expr->column)].identity;
+    t.columns.push_back(std::move(c));
+  }
+  std::int64_t n = 0;
+  check([&] {
+    atomically([&] {
+      makeTable(t, where);
+      const tsql::TableDef* made = table(name);
+      const int base = literalBase(*r.tokens, s.firstToken);
+      for (auto& slot : bound.slots)
+        if (slot.source == tsql::Slot::Source::literal) slot.ordinal -= base;
+      std::string columns;
+      for (const auto& c : made->columns) columns += (columns.empty() ? "" : ",") + tsql::quoteName(c.name);
+      PreparedStatement insert(db.get(), "INSERT INTO " + made->storage + "(" + columns + ") " + tsql::emitSelect(*bound.select, true));
+      std::vector<Datum> values(bound.slots.size());
+      for (std::size_t i = 0; i < values.size(); ++i) {
+        values[i] = slotValue(bound.slots[i], r, base);
+        insert.bind(static_cast<int>(i) + 1, values[i]);
+      }
+      insert.step();
+      n = sqlite3_changes64(db.get());
+      if (made->identityColumn() >= 0) {
+        PreparedStatement top(db.get(), "SELECT max(rowid) FROM " + made->storage);
+        if (top.step()) identityGiven(*made, top.integer(0));
+      }
+    });
+  });
+  affected(n, r);
+}
+
+}  // namespace embedded

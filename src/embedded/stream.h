@@ -1,0 +1,52 @@
+#pragma once
+// Stream: the rows of one selection, fetched in blocks as they are walked, with constant memory.
+//
+// Outside a transaction that has written, the selection runs on a connection of its own and sees the databases as they
+// were when it began, whatever is written meanwhile. Inside such a transaction its rows first go into a table of SQLite's
+// temporary file, so that what the transaction writes later does not show in them either.
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "embedded/session_impl.h"
+
+namespace embedded {
+
+class Stream {
+public:
+  // statement: one select. Throws tsql::SqlError.
+  Stream(Session::Impl& session, const std::string& statement);
+  ~Stream();
+  Stream(const Stream&) = delete;
+  Stream& operator=(const Stream&) = delete;
+
+  const std::vector<ColumnInfo>& columns() const { return columns_; }
+  // The next rows, at most a block; empty at the end.
+  std::vector<std::vector<platform::Value>> fetch();
+  // Takes the remaining rows into memory, so that the connection is free.
+  void drain();
+  const SelectCapture& source() const { return source_; }
+  const std::vector<std::int64_t>& rowNumbers() const { return rowNumbers_; }  // of the block fetched last
+
+private:
+  void openReader(const Plan& plan);
+  void spool(const std::string& sql, const std::vector<tsql::Datum>& values);
+  bool read(std::vector<platform::Value>& row, std::int64_t& rowNumber);
+
+  Session::Impl& session_;
+  FunctionContext context_;
+  DatabaseHandle reader_;
+  std::string spoolTable_;
+  PreparedStatement rows_;
+  std::vector<tsql::Datum> values_;
+  std::vector<ColumnInfo> columns_;
+  SelectCapture source_;
+  bool hiddenRow_ = false, ended_ = false;
+  std::vector<std::int64_t> rowNumbers_;
+  std::vector<std::vector<platform::Value>> drained_;
+  std::vector<std::int64_t> drainedNumbers_;
+  std::size_t nextDrained_ = 0;
+};
+
+}  // namespace embedded

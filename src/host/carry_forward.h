@@ -1,0 +1,81 @@
+#pragma once
+// One run of the carry-forward as the reference host makes it: surroundings, login, services, journal, and the whole
+// truth afterwards.
+//
+//   CarryForwardOptions o;
+//   o.server = parseServer("embedded:gljz-data");
+//   o.account = "001", o.closingYear = 2005, o.newYear = 2006;
+//   RunResult r = carryForward(o);        // UsageError before anything has run, never for what the run meets
+//
+// The run state is the process's: one run at a time.
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/connection_text.h"
+#include "host/default_conditions.h"
+#include "host/form_host.h"
+#include "host/journal.h"
+
+namespace host {
+
+enum class Entry { transfer, transGL };
+
+struct CarryForwardOptions {
+  Entry entry = Entry::transfer;
+  ServerAddress server;
+  std::string account;  // TransGL may leave it empty: it is then the account that the new database is registered for
+  int closingYear = 0, newYear = 0;
+  std::string closingDatabase, newDatabase;  // TransGL only
+
+  std::optional<std::string> parameters;  // parameter text; without one the conditions are answered from choices
+  ConditionChoices choices;
+
+  std::string language = "zh-CN";
+  std::string operatorName = "gljz";
+  bool subsystemGF = false;
+  std::optional<platform::DateTime> today;  // the host's and the server's clock; the machine's date when not set
+  std::string traceFile;                    // empty: none
+  ProgressSink* progress = nullptr;
+};
+
+// What the closing report showed: counts of right and wrong accounts, and its rows without the header row.
+struct ClosingReport {
+  std::string right, wrong;
+  std::vector<std::vector<std::string>> rows;
+};
+
+// How a check ended a run before its transaction.
+struct Stop {
+  std::string where, why;
+};
+
+struct RunResult {
+  bool returned = false;     // the entry's result; False after an uncaught failure
+  bool success = false;      // what getTransferMsg gives
+  std::string message;       // what getTransferMsg gives
+  std::string errMsg;        // the entry's message slot
+  std::string parameters;    // the parameter text that was used
+  std::optional<Stop> stop;  // a check ended the run
+  std::optional<std::string> uncaught;
+  std::vector<Step> steps;
+  std::optional<ClosingReport> report;
+  std::vector<std::vector<std::string>> notCarried;  // rows of the imbalance grid without the header
+  std::vector<Journal::Table> tables;
+  std::vector<Journal::Stage> stages;
+  std::vector<Journal::Failure> failures;
+  std::vector<std::string> notes;
+  bool transactionBegun = false;
+  std::int64_t statements = 0;
+  double seconds = 0;
+};
+
+RunResult carryForward(const CarryForwardOptions& options);
+
+// 0 carried and verified, 1 the entry returned False, 3 stopped at a check though it returned True, 4 carried with a
+// swallowed failure or a wrong account in the report, 5 a failure that reached the host.
+int exitCode(const RunResult& result);
+
+}  // namespace host

@@ -1,0 +1,44 @@
+#include "host/components.h"
+
+#include <utility>
+
+namespace host {
+namespace {
+
+using platform::Component;
+using platform::RunTimeError;
+using platform::Value;
+
+constexpr const char* clearing = "OrvoGLWLClear.clsInterface";
+
+class NoClearing final : public Component {
+public:
+  Value Call(const std::string&, std::vector<Argument>&) override { return {}; }
+};
+
+class Components final : public platform::ComponentFactory {
+public:
+  explicit Components(std::shared_ptr<Journal> journal) : journal_(std::move(journal)) {}
+
+  std::shared_ptr<Component> Create(const std::string& programId) override {
+    if (platform::equalsIgnoreCase(programId, clearing)) {
+      journal_->note("component " + programId + " is not installed; nothing was cleared automatically");
+      return std::make_shared<NoClearing>();
+    }
+    journal_->note("component " + programId + " is not installed");
+    const RunTimeError failure(RunTimeError::cannotCreate, "Component cannot be created: " + programId);
+    journal_->expected(failure);
+    throw failure;
+  }
+
+private:
+  std::shared_ptr<Journal> journal_;
+};
+
+}  // namespace
+
+std::shared_ptr<platform::ComponentFactory> makeComponents(std::shared_ptr<Journal> journal) {
+  return std::make_shared<Components>(std::move(journal));
+}
+
+}  // namespace host

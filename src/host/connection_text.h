@@ -1,0 +1,38 @@
+#pragma once
+// Server addresses as a person writes them, and the connection texts made from them.
+
+#include <string>
+#include <string_view>
+
+namespace host {
+
+struct ServerAddress {
+  enum class Kind { embedded, odbc };
+  Kind kind = Kind::embedded;
+  std::string text;    // as given: "embedded:DIR"
+  std::string folder;  // of an embedded server
+};
+
+inline constexpr const char* defaultServer = "embedded:./gljz-data";
+inline constexpr const char* systemDatabase = "TqSystem";
+
+// Throws UsageError for a text that is neither "embedded:DIR" nor "odbc:...".
+ServerAddress parseServer(std::string_view text);
+// Throws UsageError unless the address is an embedded server, which is what this program can talk to.
+void requireEmbedded(const ServerAddress& address);
+// Throws UsageError unless the folder of an embedded server exists.
+void requireFolder(const ServerAddress& address);
+
+// "Database=<name>;Server=<address>;". The database comes first, so that the first occurrence of its name in the text
+// is the name itself, whatever the folder is called: the system replaces database names in connection texts.
+std::string connectionText(const std::string& database, const ServerAddress& server);
+
+// "TqData_<account>_<year>".
+std::string databaseName(const std::string& account, int beginYear);
+
+// Text as a literal of the dialect: N'it''s'.
+std::string quoted(std::string_view text);
+// A name of the dialect: [odd]]name].
+std::string bracketed(std::string_view name);
+
+}  // namespace host

@@ -1,0 +1,59 @@
+#include "host/demo.h"
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "host/account.h"
+#include "host/connection_text.h"
+#include "host/database_desk.h"
+#include "host/resources.h"
+#include "host/usage_error.h"
+
+namespace host {
+namespace {
+
+// demo/system.sql belongs to the system database, demo/<year>_<subject>.sql to the database of that year.
+std::string databaseOf(std::string_view script) {
+  constexpr std::string_view folder = "demo/";
+  script.remove_prefix(folder.size());
+  if (script.starts_with("system")) return systemDatabase;
+  for (const int year : {demoClosingYear, demoNewYear})
+    if (script.starts_with(std::to_string(year))) return databaseName(demoAccount, year);
+  throw std::runtime_error("demo script without a database: " + std::string(script));
+}
+
+}  // namespace
+
+void createDemo(const std::shared_ptr<embedded::Server>& server) {
+  const auto scripts = resourcesUnder("demo/");
+  if (scripts.empty()) throw std::runtime_error("this program was built without the demo account set");
+  const std::string years[] = {databaseName(demoAccount, demoClosingYear), databaseName(demoAccount, demoNewYear)};
+  for (const std::string& database : {std::string(systemDatabase), years[0], years[1]})
+    if (server->hasDatabase(database))
+      throw UsageError("folder " + server->folder() + " has a database " + database +
+                       " already; the demo needs a folder of its own");
+
+  std::vector<std::string> made;
+  try {
+    ensureSystemDatabase(server);
+    made.push_back(systemDatabase);
+    for (const std::string& year : years) {
+      createAccountDatabase(server, year);
+      made.push_back(year);
+    }
+    for (const Resource& script : scripts) {
+      DatabaseDesk desk(server, databaseOf(script.name));
+      desk.transaction([&] { desk.runScript(script.text); });
+    }
+  } catch (...) {
+    for (const std::string& database : made) try {
+        DatabaseDesk(server, "").run("drop database " + bracketed(database));
+      } catch (const std::exception&) {
+        // The failure that led here is the one to tell.
+      }
+    throw;
+  }
+}
+
+}  // namespace host

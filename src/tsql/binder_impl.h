@@ -1,0 +1,79 @@
+#pragma once
+// The binder's own state. One Binder binds one statement.
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tsql/binder.h"
+
+namespace tsql {
+
+// The sources that names of one select can mean, and the select around it.
+struct Scope {
+  Scope* outer = nullptr;
+  std::vector<BoundSource*> leaves;
+  bool aggregatesAllowed = true;
+  bool sawAggregate = false;
+  int aggregateDepth = 0;
+};
+
+class Binder {
+public:
+  Binder(const TokenStream& tokens, Catalog& catalog) : tokens_(tokens), catalog_(catalog) {}
+
+  // bind_select.cpp
+  std::unique_ptr<BoundSelect> select(const ast::Select& s, Scope* outer);
+  void sources(const std::vector<ast::SourcePtr>& from, BoundSelect& out, Scope& scope);
+  std::unique_ptr<BoundSource> source(const ast::Source& s, Scope& scope);
+
+  // bind_expression.cpp
+  BoundPtr value(const ast::Expr& e, Scope& scope);
+  BoundPtr condition(const ast::Expr& e, Scope& scope);
+
+  // bind_function.cpp
+  BoundPtr function(const ast::Function& f, Scope& scope);
+
+  // bind_conversion.cpp
+  // By the rules of precedence (nothing is cut), or as an assignment to a column (a text too long is a failure).
+  BoundPtr convertTo(BoundPtr e, const SqlType& type, bool store = false);
+  BoundPtr castTo(BoundPtr e, const SqlType& type);  // as the statement asks for it: a text too long is cut
+  BoundPtr comparison(ast::CompareOp op, BoundPtr l, BoundPtr r, SourcePos pos);
+  SqlType common(const SqlType& a, const SqlType& b, SourcePos pos) const;
+  SqlType typeFromName(const ast::TypeName& t, int defaultLength) const;
+
+  // Names
+  BoundPtr column(const ast::Column& c, Scope& scope);
+  const TableDef& table(const ast::Name& name);
+  std::unique_ptr<BoundSource> tableSource(const TableDef& t, const std::string& alias);
+
+  // Small makers
+  BoundPtr slotFor(const Slot& slot, bool nullable, SourcePos pos);
+  BoundPtr constant(std::int64_t number) const;
+  BoundPtr call(std::string name, SqlType type, SourcePos pos) const;
+  template <class... A> BoundPtr call(std::string name, SqlType type, SourcePos pos, A... args) const {
+    auto e = call(std::move(name), type, pos);
+    (e->args.push_back(std::move(args)), ...);
+    return e;
+  }
+  bool same(const BoundExpr& a, const BoundExpr& b);  // pins the literals it compared
+  void pin(int literal);
+  BoundPtr columnOf(const BoundSource& s, int index, SourcePos pos) const;
+
+  void note(std::vector<const TableDef*>& list, const TableDef* t) const;
+  BoundStatement finish();
+
+  const TokenStream& tokens_;
+  Catalog& catalog_;
+  BoundStatement out_;
+  int nextSource_ = 0;
+  // Types of text literals with their own lengths. Otherwise they count as long as can be, since the plan is used again
+  // for other literals.
+  bool exactLiterals_ = false;
+  const TableDef* definitionTable_ = nullptr;  // binding a check or computed column
+};
+
+[[noreturn]] void fail(int number, const std::string& message, SourcePos pos, int severity = 16);
+
+}  // namespace tsql
