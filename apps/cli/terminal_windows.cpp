@@ -2,7 +2,6 @@
 #include <windows.h>
 #include <shellapi.h>
 // clang-format on
-#include <fcntl.h>
 #include <io.h>
 
 #include <cstdio>
@@ -26,9 +25,10 @@ std::string utf8(const wchar_t* text) {
 }  // namespace
 
 void prepareTerminal() {
+  constexpr int binaryMode = 0x8000;  // line feeds stay line feeds
   SetConsoleOutputCP(CP_UTF8);
-  _setmode(_fileno(stdout), _O_BINARY);
-  _setmode(_fileno(stdin), _O_BINARY);
+  _setmode(_fileno(stdout), binaryMode);
+  _setmode(_fileno(stdin), binaryMode);
 }
 
 bool errorIsTerminal() {

@@ -130,9 +130,35 @@ int compareCharacters(char32_t a, char32_t b) {
   return known.compare(textA, textB);
 }
 
+std::string_view lowestForm(char letter) {
+  static const auto forms = [] {
+    std::array<std::string, 26> lowest;
+    for (std::size_t i = 0; i < lowest.size(); ++i) {
+      const std::string bare(1, static_cast<char>('a' + i));
+      lowest[i] = bare;
+      for (char32_t mark = 0x300; mark < 0x370; ++mark) {
+        std::string marked = bare;
+        tsql::appendCodePoint(marked, mark);
+        if (collate(marked, lowest[i]) < 0) lowest[i] = marked;
+      }
+    }
+    return lowest;
+  }();
+  return forms.at(static_cast<std::size_t>((letter | 0x20) - 'a'));
+}
+
+namespace {
+
+// Compatibility forms that the collator tells from the character they stand for.
+bool hasOwnWeight(char32_t c) {
+  return c == 0x017F || c == 0x0345 || c == 0x1D4C || c == 0x1E9B || c == 0x2D6F;
+}
+
+}  // namespace
+
 char32_t foldCharacter(char32_t c) {
   if (c < 0x80) return c >= U'A' && c <= U'Z' ? c + 0x20 : c;
-  if (c >= 0x4E00 && c <= 0x9FFF) return c;  // Han
+  if ((c >= 0x4E00 && c <= 0x9FFF) || hasOwnWeight(c)) return c;  // Han first: most of what comes here
   UErrorCode status = U_ZERO_ERROR;
   UChar buffer[8];
   // Width and presentation forms stand in the compatibility decompositions. Those of several characters are none: a
@@ -141,8 +167,7 @@ char32_t foldCharacter(char32_t c) {
   const int32_t size = unorm2_getDecomposition(compatibility, static_cast<UChar32>(c), buffer, 8, &status);
   if (U_SUCCESS(status) && size == 1) c = buffer[0];
   c = static_cast<char32_t>(u_foldCase(static_cast<UChar32>(c), U_FOLD_CASE_DEFAULT));
-  const bool hiragana = (c >= 0x3041 && c <= 0x3096) || c == 0x309D || c == 0x309E;
-  return hiragana ? c + 0x60 : c;
+  return c >= 0x3041 && c <= 0x3096 ? c + 0x60 : c;  // hiragana becomes katakana
 }
 
 void registerCollation(sqlite3* db) {

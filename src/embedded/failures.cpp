@@ -122,6 +122,10 @@ void Session::Impl::check(const std::function<void()>& work, const TableDef* tab
   try {
     work();
   } catch (const SqliteFailure& f) {
+    if (f.primary() == SQLITE_ERROR && !context.failure &&
+        (f.message.rfind("no such table", 0) == 0 || f.message.rfind("no such column", 0) == 0 ||
+         f.message.find(" has no column named ") != std::string::npos))
+      throw StalePlan{};
     throw translate(f, table);
   }
 }

@@ -30,7 +30,7 @@ public:
 
   // Bounds, in the order of compareText, of all texts that match. Taken from the characters in front of the first
   // wildcard; a character whose weight may depend on its neighbours ends them too.
-  std::string lowerBound() const { return prefix_; }
+  std::string lowerBound() const;
   std::string upperBound() const;
 
 private:

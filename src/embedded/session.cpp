@@ -159,6 +159,16 @@ void Session::Impl::runStatement(const tsql::ast::Statement& s, Running& r) {
   try {
     try {
       runOne(s, r);
+    } catch (const StalePlan&) {
+      for (auto& [name, a] : attached) a.catalog.reset();
+      r.batch->plans.clear();
+      r.batch->conditions.clear();
+      planSets.clear();
+      try {
+        runOne(s, r);
+      } catch (const StalePlan&) {
+        throw SqlError(50000, "The statement failed inside the server: its tables changed while it was prepared.", s.pos);
+      }
     } catch (const SqliteFailure& f) {
       throw translate(f, nullptr);
     }

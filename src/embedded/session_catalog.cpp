@@ -53,6 +53,7 @@ void Session::Impl::open() {
   db.reset(handle);
   sqlite3_extended_result_codes(handle, 1);
   sqlite3_busy_timeout(handle, server->impl().timeout);
+  useTextCollationSafely(handle);
   sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, static_cast<int*>(nullptr));
   sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DDL, 0, static_cast<int*>(nullptr));
   context.now = server->impl().clock;

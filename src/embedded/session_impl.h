@@ -62,6 +62,9 @@ struct Plan {
   std::vector<const tsql::TableDef*> reads;
 };
 
+// A plan met a definition that another session has changed: bind anew and try again.
+struct StalePlan {};
+
 struct PlanSet {
   std::vector<std::shared_ptr<Plan>> plans;
 };
@@ -190,8 +193,8 @@ struct Session::Impl : tsql::Catalog {
   bool condition(const tsql::ast::Expr& e, std::size_t firstToken, Running& r);
   tsql::Datum scalar(const tsql::ast::Expr& e, const tsql::TokenStream& tokens, tsql::SqlType type, Running* r,
                      tsql::SqlType* resultType = nullptr);
-  void change(Plan& p, const Running& r, int literalBase);
-  void updateKeys(Plan& p, std::vector<tsql::Datum>& values);
+  std::int64_t change(Plan& p, const Running& r, int literalBase);  // rows changed
+  std::int64_t updateKeys(Plan& p, std::vector<tsql::Datum>& values);
   void affected(std::int64_t n, Running& r);
   // The plan of one statement alone, for a caller that runs it again and again with other parameters.
   std::shared_ptr<Plan> rowPlan(const std::string& statement);

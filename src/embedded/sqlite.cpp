@@ -77,6 +77,11 @@ std::string PreparedStatement::text(int index) const {
   return p ? std::string(p, static_cast<std::size_t>(sqlite3_column_bytes(stmt_.get(), index))) : std::string();
 }
 
+void useTextCollationSafely(sqlite3* db) {
+  constexpr unsigned bloomFilter = 0x00080000;
+  sqlite3_test_control(SQLITE_TESTCTRL_OPTIMIZATIONS, db, bloomFilter);
+}
+
 void run(sqlite3* db, const std::string& sql) {
   char* message = nullptr;
   const int rc = sqlite3_exec(db, sql.c_str(), nullptr, nullptr, &message);

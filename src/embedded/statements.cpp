@@ -110,40 +110,36 @@ Datum Session::Impl::scalar(const tsql::ast::Expr& e, const tsql::TokenStream& t
   return result;
 }
 
-void Session::Impl::change(Plan& p, const Running& r, int base) {
+std::int64_t Session::Impl::change(Plan& p, const Running& r, int base) {
   std::vector<Datum> values;
   bindSlots(p, r, base, values);
-  if (p.numbered && !begun && tranCount == 0) {
-    // The row and its number are stored together.
-    check([&] {
-      atomically([&] {
-        if (p.identitySlot >= 0) {
-          values[static_cast<std::size_t>(p.identitySlot)] = nextIdentity(*p.table);
-          p.prepared.bind(p.identitySlot + 1, values[static_cast<std::size_t>(p.identitySlot)]);
-        }
-        const ResetGuard guard(p.prepared);
-        p.prepared.step();
-      });
-    }, p.table);
-    return;
-  }
-  beforeWrite();
-  check([&] {
+  std::int64_t count = 0;
+  const auto step = [&] {
     if (p.identitySlot >= 0) {
       values[static_cast<std::size_t>(p.identitySlot)] = nextIdentity(*p.table);
       p.prepared.bind(p.identitySlot + 1, values[static_cast<std::size_t>(p.identitySlot)]);
     }
     const ResetGuard guard(p.prepared);
-    try {
-      p.prepared.step();
-    } catch (const SqliteFailure& f) {
-      // Keys hold after the whole statement, not after each row: a second, slower way may still get there.
-      if (p.kind != Plan::Kind::update || p.selectionSql.empty() ||
-          (f.code != SQLITE_CONSTRAINT_UNIQUE && f.code != SQLITE_CONSTRAINT_PRIMARYKEY))
-        throw;
-      updateKeys(p, values);
-    }
-  }, p.table);
+    p.prepared.step();
+    count = sqlite3_changes64(db.get());
+  };
+  const bool alone = p.numbered && tranCount == 0;  // the rows and their last number are stored together
+  if (!alone) beforeWrite();
+  check(
+      [&] {
+        try {
+          if (alone) atomically(step);
+          else step();
+        } catch (const SqliteFailure& f) {
+          // Keys hold after the whole statement, not after each row: a second, slower way may still get there.
+          if (p.kind != Plan::Kind::update || p.selectionSql.empty() ||
+              (f.code != SQLITE_CONSTRAINT_UNIQUE && f.code != SQLITE_CONSTRAINT_PRIMARYKEY))
+            throw;
+          count = updateKeys(p, values);
+        }
+      },
+      p.table);
+  return count;
 }
 
 void Session::Impl::insert(const tsql::ast::Insert& s, Running& r) {
@@ -152,27 +148,28 @@ void Session::Impl::insert(const tsql::ast::Insert& s, Running& r) {
   const bool given = !identityInsert.empty();
   if (given) set->plans.clear();  // plans of both ways must not meet
   const auto p = plan(*set, r, s.firstToken, [&] { return tsql::bindInsert(s, *r.tokens, *this, options); });
-  change(*p, r, literalBase(*r.tokens, s.firstToken));
-  const std::int64_t n = sqlite3_changes64(db.get());
+  const std::int64_t n = change(*p, r, literalBase(*r.tokens, s.firstToken));
   if (given && p->table->identityColumn() >= 0 && !p->numbered) {
     check([&] {
       PreparedStatement top(db.get(), "SELECT max(rowid) FROM " + p->table->storage);
       if (top.step()) identityGiven(*p->table, top.integer(0));
+      top = {};
+      if (tranCount == 0) atomically([] {});
     });
-    check([&] { if (!begun) atomically([] {}); });
     set->plans.clear();
   }
   affected(n, r);
 }
 
 // Removes the rows and writes them again as they will be, so that keys are checked on the result.
-void Session::Impl::updateKeys(Plan& p, std::vector<Datum>& values) {
-  auto work = [&] {
-    std::vector<std::vector<Datum>> rows;
+std::int64_t Session::Impl::updateKeys(Plan& p, std::vector<Datum>& values) {
+  std::vector<std::vector<Datum>> rows;
+  p.prepared.reset();
+  atomically([&] {
     {
       PreparedStatement s(db.get(), p.selectionSql);
-      for (std::size_t i = 0; i < values.size(); ++i)
-        if (static_cast<int>(i) < sqlite3_bind_parameter_count(s.get())) s.bind(static_cast<int>(i) + 1, values[i]);
+      const int parameters = sqlite3_bind_parameter_count(s.get());
+      for (std::size_t i = 0; i < values.size() && static_cast<int>(i) < parameters; ++i) s.bind(static_cast<int>(i) + 1, values[i]);
       std::set<std::int64_t> seen;
       while (s.step()) {
         if (!seen.insert(s.integer(0)).second) continue;
@@ -193,25 +190,20 @@ void Session::Impl::updateKeys(Plan& p, std::vector<Datum>& values) {
       write.step();
       write.reset();
     }
-    rowCount = static_cast<std::int64_t>(rows.size());
-  };
-  p.prepared.reset();
-  atomically(work);
+  });
+  return static_cast<std::int64_t>(rows.size());
 }
 
 void Session::Impl::update(const tsql::ast::Update& s, Running& r) {
   const auto set = planSet(s, r);
   const auto p = plan(*set, r, s.firstToken, [&] { return tsql::bindUpdate(s, *r.tokens, *this); });
-  rowCount = -1;
-  change(*p, r, literalBase(*r.tokens, s.firstToken));
-  affected(rowCount >= 0 ? rowCount : sqlite3_changes64(db.get()), r);
+  affected(change(*p, r, literalBase(*r.tokens, s.firstToken)), r);
 }
 
 void Session::Impl::delete_(const tsql::ast::Delete& s, Running& r) {
   const auto set = planSet(s, r);
   const auto p = plan(*set, r, s.firstToken, [&] { return tsql::bindDelete(s, *r.tokens, *this); });
-  change(*p, r, literalBase(*r.tokens, s.firstToken));
-  affected(sqlite3_changes64(db.get()), r);
+  affected(change(*p, r, literalBase(*r.tokens, s.firstToken)), r);
 }
 
 // The new table has the selection's columns: names, types, and whether they may be Null.

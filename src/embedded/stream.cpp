@@ -51,6 +51,7 @@ void Stream::openReader(const Plan& plan) {
   reader_.reset(handle);
   sqlite3_extended_result_codes(handle, 1);
   sqlite3_busy_timeout(handle, session_.server->impl().timeout);
+  useTextCollationSafely(handle);
   context_.now = session_.context.now;
   registerFunctions(handle, context_);
   for (const auto& c : plan.catalogs) {

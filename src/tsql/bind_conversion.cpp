@@ -52,6 +52,7 @@ bool sameForm(const SqlType& from, const SqlType& to) {
 }
 
 void refuse(const SqlType& from, const SqlType& to, SourcePos pos) {
+  if (from.kind == to.kind) return;
   const bool never = (isDate(from.kind) && (to.kind == TypeKind::uniqueidentifier)) ||
                      (from.kind == TypeKind::uniqueidentifier && !isText(to.kind) && !isBinary(to.kind)) ||
                      (to.kind == TypeKind::uniqueidentifier && !isText(from.kind) && !isBinary(from.kind)) ||
@@ -110,7 +111,7 @@ BoundPtr Binder::convertTo(BoundPtr e, const SqlType& type, bool store) {
   }
   auto c = std::make_unique<BoundExpr>();
   c->op = store ? BoundOp::store : BoundOp::conv;
-  c->type = type;
+  c->type = c->target = type;
   c->nullable = e->nullable;
   c->pos = e->pos;
   c->args.push_back(std::move(e));

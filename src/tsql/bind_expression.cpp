@@ -360,7 +360,7 @@ public:
     if (!style) return b_.castTo(std::move(x), t);
     auto c = std::make_unique<BoundExpr>();
     c->op = BoundOp::conv;
-    c->type = t;
+    c->type = c->target = t;
     c->pos = pos;
     c->nullable = x->nullable;
     c->args.push_back(std::move(x));

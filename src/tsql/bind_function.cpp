@@ -359,7 +359,7 @@ struct Entry {
   Maker make;
 };
 
-const std::map<std::string, Entry, std::less<>>& table() {
+const std::map<std::string, Entry, std::less<>>& functions() {
   static const std::map<std::string, Entry, std::less<>> entries = {{"abs", {1, 1, numberToSame}},
                                                                     {"ascii", {1, 1, textToInt}},
                                                                     {"avg", {1, 1, aggregate}},
@@ -430,8 +430,8 @@ BoundPtr Binder::function(const ast::Function& f, Scope& scope) {
   std::string name = f.name;
   std::transform(name.begin(), name.end(), name.begin(),
                  [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  const auto it = table().find(name);
-  if (it == table().end()) fail(195, "'" + f.name + "' is not a recognized built-in function name.", f.pos, 15);
+  const auto it = functions().find(name);
+  if (it == functions().end()) fail(195, "'" + f.name + "' is not a recognized built-in function name.", f.pos, 15);
   const auto& entry = it->second;
   const int n = static_cast<int>(f.arguments.size());
   if (entry.least == entry.most && n != entry.least)

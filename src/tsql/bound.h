@@ -60,6 +60,7 @@ struct BoundSelect;
 struct BoundExpr {
   BoundOp op = BoundOp::null;
   SqlType type;
+  SqlType target;  // conv, store: what the value becomes; `type` may be wider
   bool nullable = true;
   SourcePos pos;
   std::vector<std::unique_ptr<BoundExpr>> args;

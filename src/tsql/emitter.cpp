@@ -163,7 +163,7 @@ public:
   }
 
   void conversion(const BoundExpr& e, const char* function) {
-    const auto from = e.args[0]->type.kind, to = e.type.kind;
+    const auto from = e.args[0]->type.kind, to = e.target.kind;
     const bool smallInteger = isExactInteger(from) && from != TypeKind::bigint;
     if (e.args.size() == 1 && isExactInteger(from) && isApproximate(to)) {
       add("CAST(");
@@ -184,7 +184,7 @@ public:
       add(",");
       add(e.args[0]->type.pack());
       add(",");
-      add(e.type.pack());
+      add(e.target.pack());
       if (e.op == BoundOp::conv) {
         add(",");
         if (e.args.size() > 1) expr(*e.args[1]);

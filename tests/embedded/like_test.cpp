@@ -94,12 +94,15 @@ TEST(Like, BoundsOfPlainPatterns) {
   EXPECT_EQ(LikePattern("1002%").upperBound(), "1002\uFFFF");
   EXPECT_EQ(LikePattern("1002").upperBound(), "1002");
   EXPECT_EQ(LikePattern("%x").lowerBound(), "");
+  EXPECT_EQ(LikePattern("ba%").lowerBound(), "ba\u0304");
+  EXPECT_EQ(LikePattern("ba").lowerBound(), "ba");
   EXPECT_EQ(LikePattern("工行_").lowerBound(), "工行");
   EXPECT_EQ(LikePattern("a!%b%", U'!').lowerBound(), "a%b");
 }
 
 TEST(Like, AllMatchesLieBetweenTheBounds) {
-  const std::u32string letters = U"aAbBlLkK12 -é借贷\u0301\u0308\u00B7\u00ADＡ１²\u212Aかカเก\uFE0Fßi\u0130ı";
+  const std::u32string letters =
+      U"aAbBlLkK12 -é借贷eunmv\u0300\u0304\u030C\u0323\u0301\u0308\u00B7\u00ADＡ１²\u212Aかカเก\uFE0Fßi\u0130ı";
   const std::u32string signs = U"%%%_[]^";
   std::mt19937 random(5);
   int matches = 0;
