@@ -1,6 +1,6 @@
 #pragma once
-// Catalog store: what a database knows about its own tables, kept in tables of the same file, so that it commits and rolls
-// back with them. `sysobjects` and `syscolumns` read these tables.
+// Catalog store: what a database knows about its own tables, kept in tables of the same file, so that it commits and
+// rolls back with them. `sysobjects` and `syscolumns` read these tables.
 
 #include <map>
 #include <memory>
@@ -40,10 +40,12 @@ std::shared_ptr<const DatabaseCatalog> loadCatalog(sqlite3* db, const std::strin
 
 // Writers; each throws SqliteFailure. They give the new object's id.
 std::int64_t storeTable(sqlite3* db, const std::string& schemaName, const tsql::TableDef& table);
-void storeColumn(sqlite3* db, const std::string& schemaName, std::int64_t table, int position, const tsql::ColumnDef& column);
+void storeColumn(sqlite3* db, const std::string& schemaName, std::int64_t table, int position,
+                 const tsql::ColumnDef& column);
 void storeKey(sqlite3* db, const std::string& schemaName, std::int64_t table, const tsql::KeyDef& key);
 void storeCheck(sqlite3* db, const std::string& schemaName, std::int64_t table, const tsql::CheckDef& check);
-std::int64_t storeProcedure(sqlite3* db, const std::string& schemaName, const std::string& name, const std::string& text);
+std::int64_t storeProcedure(sqlite3* db, const std::string& schemaName, const std::string& name,
+                            const std::string& text);
 void dropObject(sqlite3* db, const std::string& schemaName, std::int64_t id);
 void dropKey(sqlite3* db, const std::string& schemaName, std::int64_t table, const std::string& name);
 // All columns of a table anew (after one was dropped or changed).

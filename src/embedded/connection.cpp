@@ -47,12 +47,17 @@ public:
     const auto keys = keysOf(text);
     const auto server = keys.find("Server");
     if (server == keys.end() || server->second.rfind(embeddedPrefix, 0) != 0)
-      throw RunTimeError(RunTimeError::connectionClosed, "The connection text names no embedded server: '" + text + "'");
+      throw RunTimeError(RunTimeError::connectionClosed,
+                         "The connection text names no embedded server: '" + text + "'");
     const auto opened = Server::open(server->second.substr(embeddedPrefix.size()));
     const auto database = keys.find("Database");
     const std::string name = database == keys.end() ? "" : database->second;
     if (!name.empty() && !opened->hasDatabase(name) && !tsql::sameName(name, "tempdb"))
-      raise(SqlError(4060, "Cannot open database \"" + name + "\" requested by the login: the folder '" + opened->folder() + "' has none of that name.", {}, 11), text);
+      raise(SqlError(4060,
+                     "Cannot open database \"" + name + "\" requested by the login: the folder '" + opened->folder() +
+                         "' has none of that name.",
+                     {}, 11),
+            text);
     try {
       session_ = std::make_shared<Session>(opened, name);
     } catch (const SqlError& e) {
@@ -94,7 +99,8 @@ public:
     return sink.count;
   }
 
-  std::unique_ptr<platform::Recordset> OpenRecordset(const std::string& sql, int, platform::CursorLocation location) override {
+  std::unique_ptr<platform::Recordset> OpenRecordset(const std::string& sql, int,
+                                                     platform::CursorLocation location) override {
     needOpen();
     return openRecordset(session_, sql, location);
   }
@@ -107,7 +113,8 @@ private:
   void needOpen() const {
     if (!session_) throw RunTimeError(RunTimeError::connectionClosed, "The connection is closed");
   }
-  template <class F> void guarded(F&& f, const std::string& what) {
+  template <class F>
+  void guarded(F&& f, const std::string& what) {
     try {
       f();
     } catch (const SqlError& e) {
@@ -123,6 +130,8 @@ private:
 
 }  // namespace
 
-std::shared_ptr<platform::Connection> makeConnection() { return std::make_shared<EmbeddedConnection>(); }
+std::shared_ptr<platform::Connection> makeConnection() {
+  return std::make_shared<EmbeddedConnection>();
+}
 
 }  // namespace embedded

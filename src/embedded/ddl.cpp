@@ -16,7 +16,9 @@ using tsql::TypeKind;
 
 namespace {
 
-std::filesystem::path pathOf(const std::string& utf8) { return std::filesystem::path(std::u8string(utf8.begin(), utf8.end())); }
+std::filesystem::path pathOf(const std::string& utf8) {
+  return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
+}
 
 const char* storageClass(const tsql::SqlType& t) {
   if (tsql::isText(t.kind)) return "TEXT COLLATE TQ";
@@ -27,7 +29,9 @@ const char* storageClass(const tsql::SqlType& t) {
 }
 
 [[noreturn]] void noSuchTable(const tsql::ast::Name& n) {
-  throw SqlError(4902, "Cannot find the object \"" + n.last() + "\" because it does not exist or you do not have permissions.", n.pos);
+  throw SqlError(
+      4902, "Cannot find the object \"" + n.last() + "\" because it does not exist or you do not have permissions.",
+      n.pos);
 }
 
 bool isConstant(const tsql::ast::Expr& e) {
@@ -36,16 +40,18 @@ bool isConstant(const tsql::ast::Expr& e) {
   return e.kind == ExprKind::unary && isConstant(*static_cast<const tsql::ast::Unary&>(e).operand);
 }
 
-// The key's columns as SQLite's index has them. A unique key takes one Null like any other value, which SQLite's does not:
-// columns that may be Null stand in it as an expression that is never Null.
+// The key's columns as SQLite's index has them. A unique key takes one Null like any other value, which SQLite's does
+// not: columns that may be Null stand in it as an expression that is never Null.
 std::string keyColumns(const TableDef& t, const KeyDef& k, bool nullAsValue) {
   std::string s;
   for (const auto& p : k.parts) {
     const auto& c = t.columns[static_cast<std::size_t>(p.column)];
     if (!s.empty()) s += ",";
     const std::string name = quoteName(c.name);
-    if (nullAsValue && c.nullable) s += "ifnull(" + name + ",x'00')" + (tsql::isText(c.type.kind) ? " COLLATE TQ" : "");
-    else s += name;
+    if (nullAsValue && c.nullable)
+      s += "ifnull(" + name + ",x'00')" + (tsql::isText(c.type.kind) ? " COLLATE TQ" : "");
+    else
+      s += name;
     if (p.descending) s += " DESC";
   }
   return s;
@@ -66,7 +72,8 @@ ColumnDef Session::Impl::columnOf(const tsql::ast::ColumnDefinition& d, const ts
     return c;
   }
   const auto type = tsql::typeByName(d.type.name, d.type.first, d.type.second, d.type.max, 1);
-  if (!type) throw SqlError(2715, "Column, parameter, or variable #1: Cannot find data type " + d.type.name + ".", d.type.pos);
+  if (!type)
+    throw SqlError(2715, "Column, parameter, or variable #1: Cannot find data type " + d.type.name + ".", d.type.pos);
   c.type = *type;
   c.identity = d.identity;
   c.rowGuid = d.rowGuid;
@@ -111,7 +118,8 @@ void Session::Impl::makeTable(TableDef t, const ObjectPlace& p) {
   for (auto& c : t.columns) {
     if (c.computedText.empty()) continue;
     const auto tokens = tsql::lex(c.computedText);
-    c.type = tsql::bindTableExpression(*tsql::parseExpression(tokens), tokens, t, *this, false).select->items[0].expr->type;
+    c.type =
+        tsql::bindTableExpression(*tsql::parseExpression(tokens), tokens, t, *this, false).select->items[0].expr->type;
   }
   std::string sql = "CREATE TABLE " + t.storage + "(";
   for (std::size_t i = 0; i < t.columns.size(); ++i) sql += (i ? "," : "") + columnSql(t.columns[i], t);
@@ -124,7 +132,8 @@ void Session::Impl::makeTable(TableDef t, const ObjectPlace& p) {
       const auto& select = *static_cast<const tsql::ast::SelectStatement&>(*tree.statements.at(0)).select;
       return tsql::bindTableExpression(*select.where, where, t, *this, true);
     }();
-    sql += ",CONSTRAINT " + quoteName(k.name) + " CHECK(" + tsql::emitDefinition(*bound.select->items[0].expr, bound.slots) + ")";
+    sql += ",CONSTRAINT " + quoteName(k.name) + " CHECK(" +
+           tsql::emitDefinition(*bound.select->items[0].expr, bound.slots) + ")";
   }
   run(db.get(), sql + ")");
   t.id = storeTable(db.get(), p.schemaName, t);
@@ -146,14 +155,15 @@ void Session::Impl::makeKey(const TableDef& t, KeyDef& k) {
   const bool nullAsValue = k.unique && mayBeNull(t, k);
   try {
     run(db.get(), std::string("CREATE ") + (k.unique ? "UNIQUE " : "") + "INDEX " + quoteName(t.schemaName) + "." +
-                      quoteName(k.storageName) + " ON " + quoteName(t.storageName) + "(" + keyColumns(t, k, nullAsValue) + ")");
+                      quoteName(k.storageName) + " ON " + quoteName(t.storageName) + "(" +
+                      keyColumns(t, k, nullAsValue) + ")");
     if (nullAsValue)
       run(db.get(), "CREATE INDEX " + quoteName(t.schemaName) + "." + quoteName(k.storageName + ":plain") + " ON " +
                         quoteName(t.storageName) + "(" + keyColumns(t, k, false) + ")");
   } catch (const SqliteFailure& f) {
     if (f.primary() != SQLITE_CONSTRAINT) throw;
-    throw SqlError(1505, "CREATE UNIQUE INDEX terminated because a duplicate key was found for the object name 'dbo." + t.name +
-                             "' and the index name '" + k.name + "'.");
+    throw SqlError(1505, "CREATE UNIQUE INDEX terminated because a duplicate key was found for the object name 'dbo." +
+                             t.name + "' and the index name '" + k.name + "'.");
   }
 }
 
@@ -170,7 +180,8 @@ void Session::Impl::addConstraint(TableDef& t, const tsql::ast::TableConstraint&
       k.name = !c.name.empty() ? c.name : (k.primary ? "PK__" : "UQ__") + t.name + "__" + number;
       for (const auto& part : c.columns) {
         const int n = t.find(part.name);
-        if (n < 0) throw SqlError(1911, "Column name '" + part.name + "' does not exist in the target table or view.", part.pos);
+        if (n < 0)
+          throw SqlError(1911, "Column name '" + part.name + "' does not exist in the target table or view.", part.pos);
         k.parts.push_back({n, part.descending});
       }
       keys.push_back(std::move(k));
@@ -181,14 +192,19 @@ void Session::Impl::addConstraint(TableDef& t, const tsql::ast::TableConstraint&
       break;
     case Kind::default_: {
       const int n = t.find(c.columns.at(0).name);
-      if (n < 0) throw SqlError(1752, "Column '" + c.columns[0].name + "' in table '" + t.name + "' is invalid for creating a default constraint.", c.pos);
+      if (n < 0)
+        throw SqlError(1752,
+                       "Column '" + c.columns[0].name + "' in table '" + t.name +
+                           "' is invalid for creating a default constraint.",
+                       c.pos);
       auto& column = t.columns[static_cast<std::size_t>(n)];
       column.defaultText = c.text;
       column.defaultName = c.name;
       column.defaultInTable = false;
       break;
     }
-    case Kind::foreignKey: throwUnsupported("a foreign key", c.pos);
+    case Kind::foreignKey:
+      throwUnsupported("a foreign key", c.pos);
   }
 }
 
@@ -208,11 +224,16 @@ void Session::Impl::createTable(const tsql::ast::CreateTable& s, Running& r) {
   std::vector<tsql::ast::TableConstraint const*> constraints;
   for (const auto& d : s.columns) {
     if (t.find(d.name) >= 0)
-      throw SqlError(2705, "Column names in each table must be unique. Column name '" + d.name + "' in table '" + t.name +
-                               "' is specified more than once.", d.pos);
+      throw SqlError(2705,
+                     "Column names in each table must be unique. Column name '" + d.name + "' in table '" + t.name +
+                         "' is specified more than once.",
+                     d.pos);
     t.columns.push_back(columnOf(d, *r.tokens));
     if (t.columns.back().identity && ++identities > 1)
-      throw SqlError(2744, "Multiple identity columns specified for table '" + t.name + "'. Only one identity column per table is allowed.", d.pos);
+      throw SqlError(2744,
+                     "Multiple identity columns specified for table '" + t.name +
+                         "'. Only one identity column per table is allowed.",
+                     d.pos);
     for (const auto& c : d.constraints) constraints.push_back(&c);
   }
   for (const auto& c : s.constraints) constraints.push_back(&c);
@@ -228,6 +249,7 @@ void Session::Impl::createTable(const tsql::ast::CreateTable& s, Running& r) {
 void Session::Impl::alterTable(const tsql::ast::AlterTable& s, Running& r) {
   using Action = tsql::ast::AlterTable::Action;
   refreshCatalogs();
+  const auto keep = currentCatalogs();
   drainStreams();
   const TableDef* old = table(s.name);
   if (!old) noSuchTable(s.name);
@@ -248,13 +270,19 @@ void Session::Impl::alterTable(const tsql::ast::AlterTable& s, Running& r) {
     case Action::add:
       for (const auto& d : s.columns) {
         if (t.find(d.name) >= 0)
-          throw SqlError(2705, "Column names in each table must be unique. Column name '" + d.name + "' in table '" + t.name +
-                                   "' is specified more than once.", d.pos);
+          throw SqlError(2705,
+                         "Column names in each table must be unique. Column name '" + d.name + "' in table '" + t.name +
+                             "' is specified more than once.",
+                         d.pos);
         ColumnDef c = columnOf(d, *r.tokens);
         if (!c.nullable && c.defaultText.empty() && !c.identity && c.computedText.empty() && !empty)
-          throw SqlError(4901, "ALTER TABLE only allows columns to be added that can contain nulls, or have a DEFAULT definition "
-                               "specified, or the column being added is an identity or timestamp column. Column '" + c.name +
-                                   "' cannot be added to non-empty table '" + t.name + "' because it does not satisfy these conditions.", d.pos);
+          throw SqlError(
+              4901,
+              "ALTER TABLE only allows columns to be added that can contain nulls, or have a DEFAULT definition "
+              "specified, or the column being added is an identity or timestamp column. Column '" +
+                  c.name + "' cannot be added to non-empty table '" + t.name +
+                  "' because it does not satisfy these conditions.",
+              d.pos);
         std::string value = "NULL";
         if (!c.defaultText.empty()) {
           const auto tokens = tsql::lex(c.defaultText);
@@ -269,14 +297,19 @@ void Session::Impl::alterTable(const tsql::ast::AlterTable& s, Running& r) {
         if (c.kind == tsql::ast::TableConstraint::Kind::primaryKey)
           for (const auto& part : c.columns)
             if (const int n = t.find(part.name); n >= 0 && t.columns[static_cast<std::size_t>(n)].nullable)
-              throw SqlError(8111, "Cannot define PRIMARY KEY constraint on nullable column in table '" + t.name + "'.", c.pos);
+              throw SqlError(8111, "Cannot define PRIMARY KEY constraint on nullable column in table '" + t.name + "'.",
+                             c.pos);
         addConstraint(t, c, keys, checks);
       }
       break;
     case Action::dropColumns:
       for (const auto& [name, pos] : s.names) {
         const int n = t.find(name);
-        if (n < 0) throw SqlError(4924, "ALTER TABLE DROP COLUMN failed because column '" + name + "' does not exist in table '" + t.name + "'.", pos);
+        if (n < 0)
+          throw SqlError(
+              4924,
+              "ALTER TABLE DROP COLUMN failed because column '" + name + "' does not exist in table '" + t.name + "'.",
+              pos);
         for (auto& k : t.keys)
           for (auto& part : k.parts) {
             if (part.column == n)
@@ -290,10 +323,15 @@ void Session::Impl::alterTable(const tsql::ast::AlterTable& s, Running& r) {
     case Action::alterColumn: {
       const auto& d = s.columns.at(0);
       const int n = t.find(d.name);
-      if (n < 0) throw SqlError(4924, "ALTER TABLE ALTER COLUMN failed because column '" + d.name + "' does not exist in table '" + t.name + "'.", d.pos);
+      if (n < 0)
+        throw SqlError(
+            4924,
+            "ALTER TABLE ALTER COLUMN failed because column '" + d.name + "' does not exist in table '" + t.name + "'.",
+            d.pos);
       auto& c = t.columns[static_cast<std::size_t>(n)];
       const ColumnDef changed = columnOf(d, *r.tokens);
-      from[static_cast<std::size_t>(n)] = "ts_store(" + quoteName(c.name) + "," + std::to_string(c.type.pack()) + "," + std::to_string(changed.type.pack()) + ")";
+      from[static_cast<std::size_t>(n)] = "ts_store(" + quoteName(c.name) + "," + std::to_string(c.type.pack()) + "," +
+                                          std::to_string(changed.type.pack()) + ")";
       c.type = changed.type;
       c.nullable = changed.nullable;
       break;
@@ -317,55 +355,62 @@ void Session::Impl::alterTable(const tsql::ast::AlterTable& s, Running& r) {
   for (auto& k : keys) t.keys.push_back(std::move(k));
   for (auto& c : checks) t.checks.push_back(std::move(c));
 
-  const bool inPlace = s.action == Action::add && checks.empty() && s.constraints.empty() && t.checks.size() == old->checks.size() &&
-                       t.keys.size() == old->keys.size() &&
-                       std::all_of(t.columns.begin() + static_cast<std::ptrdiff_t>(old->columns.size()), t.columns.end(), [](const ColumnDef& c) {
-                         return !c.identity && c.computedText.empty() && (c.defaultText.empty() ? c.nullable : c.defaultInTable);
-                       });
+  const bool inPlace = s.action == Action::add && checks.empty() && s.constraints.empty() &&
+                       t.checks.size() == old->checks.size() && t.keys.size() == old->keys.size() &&
+                       std::all_of(t.columns.begin() + static_cast<std::ptrdiff_t>(old->columns.size()),
+                                   t.columns.end(), [](const ColumnDef& c) {
+                                     return !c.identity && c.computedText.empty() &&
+                                            (c.defaultText.empty() ? c.nullable : c.defaultInTable);
+                                   });
   const std::int64_t oldId = old->id;
   const std::string storage = old->storage, rowNumber = old->rowNumber;
   const std::size_t oldColumns = old->columns.size();
-  check([&] {
-    atomically([&] {
-      if (inPlace) {
-        for (std::size_t i = oldColumns; i < t.columns.size(); ++i) {
-          run(db.get(), "ALTER TABLE " + storage + " ADD COLUMN " + columnSql(t.columns[i], t));
-          storeColumn(db.get(), p.schemaName, oldId, static_cast<int>(i), t.columns[i]);
-        }
-        reloadCatalog(p.schemaName);
-        return;
-      }
-      // The table anew under another name, its rows over, then under its own name.
-      const std::string keep = quoteName(p.schemaName) + ".\"_ts_old\"";
-      for (const auto& k : table(s.name)->keys) {
-        if (k.storageName.empty()) continue;
-        run(db.get(), "DROP INDEX " + quoteName(p.schemaName) + "." + quoteName(k.storageName));
-        run(db.get(), "DROP INDEX IF EXISTS " + quoteName(p.schemaName) + "." + quoteName(k.storageName + ":plain"));
-      }
-      run(db.get(), "ALTER TABLE " + storage + " RENAME TO \"_ts_old\"");
-      PreparedStatement last(db.get(), "SELECT last FROM " + quoteName(p.schemaName) + "._ts_identity WHERE table_id=" + std::to_string(oldId));
-      const bool numbered = last.step();
-      const std::int64_t number = numbered ? last.integer(0) : 0;
-      last = {};
-      dropObject(db.get(), p.schemaName, oldId);
-      for (auto& k : t.keys) k.storageName.clear();
-      makeTable(t, p);
-      std::string names, values;
-      for (std::size_t i = 0; i < t.columns.size(); ++i) {
-        if (!t.columns[i].computedText.empty()) continue;
-        names += (names.empty() ? "" : ",") + quoteName(t.columns[i].name);
-        values += (values.empty() ? "" : ",") + from[i];
-      }
-      const TableDef* made = table(s.name);
-      if (made->identityColumn() < 0) {
-        names = made->rowNumber + "," + names;
-        values = rowNumber + "," + values;
-      }
-      run(db.get(), "INSERT INTO " + made->storage + "(" + names + ") SELECT " + values + " FROM " + keep + " ORDER BY " + rowNumber);
-      run(db.get(), "DROP TABLE " + keep);
-      if (numbered) identityGiven(*made, number);
-    });
-  }, &t);
+  check(
+      [&] {
+        atomically([&] {
+          if (inPlace) {
+            for (std::size_t i = oldColumns; i < t.columns.size(); ++i) {
+              run(db.get(), "ALTER TABLE " + storage + " ADD COLUMN " + columnSql(t.columns[i], t));
+              storeColumn(db.get(), p.schemaName, oldId, static_cast<int>(i), t.columns[i]);
+            }
+            reloadCatalog(p.schemaName);
+            return;
+          }
+          // The table anew under another name, its rows over, then under its own name.
+          const std::string aside = quoteName(p.schemaName) + ".\"_ts_old\"";
+          for (const auto& k : table(s.name)->keys) {
+            if (k.storageName.empty()) continue;
+            run(db.get(), "DROP INDEX " + quoteName(p.schemaName) + "." + quoteName(k.storageName));
+            run(db.get(),
+                "DROP INDEX IF EXISTS " + quoteName(p.schemaName) + "." + quoteName(k.storageName + ":plain"));
+          }
+          run(db.get(), "ALTER TABLE " + storage + " RENAME TO \"_ts_old\"");
+          PreparedStatement last(db.get(), "SELECT last FROM " + quoteName(p.schemaName) +
+                                               "._ts_identity WHERE table_id=" + std::to_string(oldId));
+          const bool numbered = last.step();
+          const std::int64_t number = numbered ? last.integer(0) : 0;
+          last = {};
+          dropObject(db.get(), p.schemaName, oldId);
+          for (auto& k : t.keys) k.storageName.clear();
+          makeTable(t, p);
+          std::string names, values;
+          for (std::size_t i = 0; i < t.columns.size(); ++i) {
+            if (!t.columns[i].computedText.empty()) continue;
+            names += (names.empty() ? "" : ",") + quoteName(t.columns[i].name);
+            values += (values.empty() ? "" : ",") + from[i];
+          }
+          const TableDef* made = table(s.name);
+          if (made->identityColumn() < 0) {
+            names = made->rowNumber + "," + names;
+            values = rowNumber + "," + values;
+          }
+          run(db.get(), "INSERT INTO " + made->storage + "(" + names + ") SELECT " + values + " FROM " + aside +
+                            " ORDER BY " + rowNumber);
+          run(db.get(), "DROP TABLE " + aside);
+          if (numbered) identityGiven(*made, number);
+        });
+      },
+      &t);
   rowCount = 0;
 }
 
@@ -375,7 +420,9 @@ void Session::Impl::dropTable(const tsql::ast::DropTable& s) {
   for (const auto& n : s.names) {
     const TableDef* t = table(n);
     if (!t || t->system)
-      throw SqlError(3701, "Cannot drop the table '" + n.last() + "', because it does not exist or you do not have permission.", n.pos, 11);
+      throw SqlError(
+          3701, "Cannot drop the table '" + n.last() + "', because it does not exist or you do not have permission.",
+          n.pos, 11);
     const std::string schema = t->schemaName, storage = t->storage;
     const std::int64_t id = t->id;
     if (t->identityColumn() >= 0) {
@@ -403,7 +450,8 @@ void Session::Impl::truncate(const tsql::ast::Truncate& s, Running& r) {
   check([&] {
     atomically([&] {
       run(db.get(), "DELETE FROM " + t->storage);
-      run(db.get(), "DELETE FROM " + quoteName(t->schemaName) + "._ts_identity WHERE table_id=" + std::to_string(t->id));
+      run(db.get(),
+          "DELETE FROM " + quoteName(t->schemaName) + "._ts_identity WHERE table_id=" + std::to_string(t->id));
       if (t->identityColumn() < 0) return;
       // Counting begins anew.
       const auto ref = identityRef(*t);
@@ -420,10 +468,16 @@ void Session::Impl::createIndex(const tsql::ast::CreateIndex& s) {
   refreshCatalogs();
   const TableDef* t = table(s.table);
   if (!t || t->system)
-    throw SqlError(1088, "Cannot find the object \"" + s.table.last() + "\" because it does not exist or you do not have permissions.", s.pos);
+    throw SqlError(
+        1088,
+        "Cannot find the object \"" + s.table.last() + "\" because it does not exist or you do not have permissions.",
+        s.pos);
   for (const auto& k : t->keys)
     if (tsql::sameName(k.name, s.index))
-      throw SqlError(1913, "The operation failed because an index or statistics with name '" + s.index + "' already exists on table '" + t->name + "'.", s.pos);
+      throw SqlError(1913,
+                     "The operation failed because an index or statistics with name '" + s.index +
+                         "' already exists on table '" + t->name + "'.",
+                     s.pos);
   KeyDef k;
   k.name = s.index;
   k.unique = s.unique;
@@ -453,7 +507,9 @@ void Session::Impl::dropIndex(const tsql::ast::DropIndex& s) {
       for (const auto& x : t->keys)
         if (!x.constraint && tsql::sameName(x.name, index)) k = &x;
     if (!k)
-      throw SqlError(3701, "Cannot drop the index '" + index + "', because it does not exist or you do not have permission.", n.pos, 11);
+      throw SqlError(3701,
+                     "Cannot drop the index '" + index + "', because it does not exist or you do not have permission.",
+                     n.pos, 11);
     const std::string schema = t->schemaName;
     check([&] {
       atomically([&] {
@@ -473,7 +529,8 @@ void Session::Impl::createDatabase(const tsql::ast::CreateDatabase& s) {
     throw SqlError(1038, "The name '" + s.name + "' cannot be a database's name.", s.pos, 15);
   if (server->impl().find(s.name) || tsql::sameName(s.name, "tempdb"))
     throw SqlError(1801, "Database '" + s.name + "' already exists. Choose a different database name.", s.pos);
-  if (tranCount > 0) throw SqlError(226, "CREATE DATABASE statement not allowed within multi-statement transaction.", s.pos);
+  if (tranCount > 0)
+    throw SqlError(226, "CREATE DATABASE statement not allowed within multi-statement transaction.", s.pos);
   // Made under another name first: a database is there whole or not at all.
   const std::string file = server->impl().fileOf(s.name), making = file + ".new";
   check([&] {
@@ -494,9 +551,14 @@ void Session::Impl::createDatabase(const tsql::ast::CreateDatabase& s) {
 
 void Session::Impl::dropDatabase(const tsql::ast::DropDatabase& s) {
   const auto name = server->impl().find(s.name);
-  if (!name) throw SqlError(3701, "Cannot drop the database '" + s.name + "', because it does not exist or you do not have permission.", s.pos, 11);
-  if (tsql::sameName(*name, current)) throw SqlError(3702, "Cannot drop database \"" + *name + "\" because it is currently in use.", s.pos);
-  if (tranCount > 0) throw SqlError(226, "DROP DATABASE statement not allowed within multi-statement transaction.", s.pos);
+  if (!name)
+    throw SqlError(
+        3701, "Cannot drop the database '" + s.name + "', because it does not exist or you do not have permission.",
+        s.pos, 11);
+  if (tsql::sameName(*name, current))
+    throw SqlError(3702, "Cannot drop database \"" + *name + "\" because it is currently in use.", s.pos);
+  if (tranCount > 0)
+    throw SqlError(226, "DROP DATABASE statement not allowed within multi-statement transaction.", s.pos);
   if (const auto it = attached.find(*name); it != attached.end()) {
     batches.clear();
     planSets.clear();
@@ -506,7 +568,8 @@ void Session::Impl::dropDatabase(const tsql::ast::DropDatabase& s) {
   }
   {
     const std::lock_guard lock(server->impl().mutex);
-    std::erase_if(server->impl().identity, [&](const auto& x) { return x.first.rfind(lowerName(*name) + ".", 0) == 0; });
+    std::erase_if(server->impl().identity,
+                  [&](const auto& x) { return x.first.rfind(lowerName(*name) + ".", 0) == 0; });
   }
   const auto file = pathOf(server->impl().fileOf(*name));
   std::error_code ignored;

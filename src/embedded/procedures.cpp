@@ -21,11 +21,11 @@ tsql::SqlType parameterType(const tsql::ast::ProcedureParameter& p) {
 void Session::Impl::createProcedure(const tsql::ast::CreateProcedure& s, Running&) {
   refreshCatalogs();
   const ObjectPlace p = place(s.name);
-  if (!p.known || p.temporary) throw SqlError(2760, "The specified schema name or database of '" + p.object + "' does not exist.", s.name.pos);
+  if (!p.known || p.temporary)
+    throw SqlError(2760, "The specified schema name or database of '" + p.object + "' does not exist.", s.name.pos);
   const DatabaseCatalog* c = catalogOf(p.database);
   const auto it = c->procedures.find(p.object);
-  if (s.alter && it == c->procedures.end())
-    throw SqlError(208, "Invalid object name '" + p.object + "'.", s.name.pos);
+  if (s.alter && it == c->procedures.end()) throw SqlError(208, "Invalid object name '" + p.object + "'.", s.name.pos);
   if (!s.alter && (it != c->procedures.end() || c->tables.contains(p.object)))
     throw SqlError(2714, "There is already an object named '" + p.object + "' in the database.", s.name.pos);
   for (const auto& parameter : s.parameters) parameterType(parameter);
@@ -44,7 +44,10 @@ void Session::Impl::dropProcedure(const tsql::ast::DropProcedure& s) {
     const ObjectPlace p = place(n);
     const DatabaseCatalog* c = p.known && !p.temporary ? catalogOf(p.database) : nullptr;
     const auto missing = [&] {
-      return SqlError(3701, "Cannot drop the procedure '" + n.last() + "', because it does not exist or you do not have permission.", n.pos, 11);
+      return SqlError(
+          3701,
+          "Cannot drop the procedure '" + n.last() + "', because it does not exist or you do not have permission.",
+          n.pos, 11);
     };
     if (!c) throw missing();
     const auto it = c->procedures.find(p.object);
@@ -68,7 +71,8 @@ void Session::Impl::executeProcedure(const tsql::ast::Execute& s, Running& r) {
     throw SqlError(2812, "Could not find stored procedure '" + spelled + "'.", s.name.pos);
   }
   if (nesting >= deepest)
-    throw SqlError(217, "Maximum stored procedure, function, trigger, or view nesting level exceeded (limit 32).", s.pos);
+    throw SqlError(217, "Maximum stored procedure, function, trigger, or view nesting level exceeded (limit 32).",
+                   s.pos);
 
   auto& known = procedures[lowerName(where.database) + "." + std::to_string(def->id)];
   if (!known || known->catalog != attached.at(where.database).catalog) {
@@ -94,20 +98,27 @@ void Session::Impl::executeProcedure(const tsql::ast::Execute& s, Running& r) {
       while (n < text.parameters.size() && !tsql::sameName(text.parameters[n].name, a.name)) ++n;
       if (n == text.parameters.size())
         throw SqlError(text.parameters.empty() ? 8146 : 8145,
-                       text.parameters.empty() ? "Procedure " + def->name + " has no parameters and arguments were supplied."
-                                               : "" + a.name + " is not a parameter for procedure " + def->name + ".", s.pos);
+                       text.parameters.empty()
+                           ? "Procedure " + def->name + " has no parameters and arguments were supplied."
+                           : "" + a.name + " is not a parameter for procedure " + def->name + ".",
+                       s.pos);
     } else if (named) {
-      throw SqlError(119, "Must pass parameter number " + std::to_string(i + 1) + " and subsequent parameters as '@name = value'.", s.pos, 15);
+      throw SqlError(
+          119, "Must pass parameter number " + std::to_string(i + 1) + " and subsequent parameters as '@name = value'.",
+          s.pos, 15);
     }
     if (n >= text.parameters.size())
       throw SqlError(text.parameters.empty() ? 8146 : 8144,
-                     text.parameters.empty() ? "Procedure " + def->name + " has no parameters and arguments were supplied."
-                                             : "Procedure or function " + def->name + " has too many arguments specified.", s.pos);
+                     text.parameters.empty()
+                         ? "Procedure " + def->name + " has no parameters and arguments were supplied."
+                         : "Procedure or function " + def->name + " has too many arguments specified.",
+                     s.pos);
     const auto& parameter = text.parameters[n];
     const auto type = parameterType(parameter);
     tsql::Datum v;
     if (a.value->kind == tsql::ast::ExprKind::column)  // a bare word is a text
-      v = tsql::convert(static_cast<const tsql::ast::Column&>(*a.value).name.last(), tsql::typeOf(tsql::TypeKind::nvarchar, 4000), type);
+      v = tsql::convert(static_cast<const tsql::ast::Column&>(*a.value).name.last(),
+                        tsql::typeOf(tsql::TypeKind::nvarchar, 4000), type);
     else
       v = scalar(*a.value, *r.tokens, type, &r);
     own[parameter.name] = {type, std::move(v)};
@@ -117,7 +128,10 @@ void Session::Impl::executeProcedure(const tsql::ast::Execute& s, Running& r) {
     if (given[n]) continue;
     const auto& parameter = text.parameters[n];
     if (!parameter.defaultValue)
-      throw SqlError(201, "Procedure or function '" + def->name + "' expects parameter '" + parameter.name + "', which was not supplied.", s.pos);
+      throw SqlError(201,
+                     "Procedure or function '" + def->name + "' expects parameter '" + parameter.name +
+                         "', which was not supplied.",
+                     s.pos);
     const auto type = parameterType(parameter);
     own[parameter.name] = {type, scalar(*parameter.defaultValue, procedure->tokens, type, nullptr)};
   }

@@ -86,15 +86,19 @@ public:
       pending_.assign(columns_.size(), Value());
       set_.assign(columns_.size(), false);
     }
-    if (source_.baseColumns[i] < 0) throw RunTimeError(RunTimeError::invalidCall, "The field '" + columns_[i].name + "' is an expression and cannot be set");
+    if (source_.baseColumns[i] < 0)
+      throw RunTimeError(RunTimeError::invalidCall,
+                         "The field '" + columns_[i].name + "' is an expression and cannot be set");
     pending_[i] = v;
     set_[i] = true;
   }
 
   void Update() override {
     try {
-      if (adding_) addRow();
-      else if (editing_) editRow();
+      if (adding_)
+        addRow();
+      else if (editing_)
+        editRow();
     } catch (const SqlError& e) {
       raise(e, sql_);
     } catch (const SqliteFailure& f) {
@@ -124,7 +128,9 @@ protected:
 
   void needTable() const {
     needOpen();
-    if (!source_.table) throw RunTimeError(RunTimeError::invalidCall, "The rows of this selection belong to no single table and cannot be written");
+    if (!source_.table)
+      throw RunTimeError(RunTimeError::invalidCall,
+                         "The rows of this selection belong to no single table and cannot be written");
   }
 
   void addRow() {
@@ -142,7 +148,9 @@ protected:
         names += (names.empty() ? "[" : ",[") + source_.table->columns[static_cast<std::size_t>(c)].name + "]";
         marks += marks.empty() ? "?" : ",?";
       }
-      const std::string target = source_.table->temporary ? source_.table->name : "[" + source_.table->database + "]..[" + source_.table->name + "]";
+      const std::string target = source_.table->temporary
+                                     ? source_.table->name
+                                     : "[" + source_.table->database + "]..[" + source_.table->name + "]";
       insert_ = impl.rowPlan(columns.empty() ? "insert into " + target + " default values"
                                              : "insert into " + target + "(" + names + ") values(" + marks + ")");
       insertColumns_ = columns;
@@ -232,8 +240,10 @@ public:
   void MovePrevious() override {
     leaveRow();
     if (before_ || rows_.empty()) noRow();
-    if (at_ == 0) before_ = true;
-    else --at_;
+    if (at_ == 0)
+      before_ = true;
+    else
+      --at_;
   }
 
   void Close() override {
@@ -316,8 +326,10 @@ public:
   void MovePrevious() override {
     leaveRow();
     if (before_ || (at_ == 0 && !first_)) noRow();
-    if (at_ == 0) before_ = true;
-    else --at_;
+    if (at_ == 0)
+      before_ = true;
+    else
+      --at_;
   }
 
   void Close() override {
@@ -346,7 +358,8 @@ private:
     numbers_ = stream_->rowNumbers();
     at_ = 0;
   }
-  template <class F> void guarded(F&& f) {
+  template <class F>
+  void guarded(F&& f) {
     try {
       f();
     } catch (const SqlError& e) {

@@ -17,7 +17,9 @@ namespace {
 
 constexpr const char* extension = ".db";
 
-fs::path pathOf(const std::string& utf8) { return fs::path(std::u8string(utf8.begin(), utf8.end())); }
+fs::path pathOf(const std::string& utf8) {
+  return fs::path(std::u8string(utf8.begin(), utf8.end()));
+}
 
 std::int64_t localTicks() {
   // Seconds since 1970 in local time, from the calendar parts, so that no zone arithmetic is needed.
@@ -31,7 +33,8 @@ std::int64_t localTicks() {
 #endif
   const auto day = std::chrono::sys_days(std::chrono::year(parts.tm_year + 1900) / (parts.tm_mon + 1) / parts.tm_mday);
   const auto first = std::chrono::sys_days(std::chrono::year(1900) / 1 / 1);
-  const std::int64_t seconds = (day - first).count() * 86400LL + parts.tm_hour * 3600 + parts.tm_min * 60 + parts.tm_sec;
+  const std::int64_t seconds =
+      (day - first).count() * 86400LL + parts.tm_hour * 3600 + parts.tm_min * 60 + parts.tm_sec;
   const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(now.time_since_epoch()).count() % 1000;
   return seconds * 300 + ms * 3 / 10;
 }
@@ -70,7 +73,8 @@ std::shared_ptr<Server> Server::open(const std::string& folder, bool create) {
   const auto path = pathOf(folder);
   if (create) {
     fs::create_directories(path, failed);
-    if (failed) throw RunTimeError(75, "Path/File access error: the folder '" + folder + "' cannot be made: " + failed.message());
+    if (failed)
+      throw RunTimeError(75, "Path/File access error: the folder '" + folder + "' cannot be made: " + failed.message());
   }
   if (!fs::is_directory(path, failed)) throw RunTimeError(76, "Path not found: '" + folder + "' is no folder");
   const auto canonical = fs::canonical(path, failed).u8string();
@@ -86,7 +90,9 @@ std::shared_ptr<Server> Server::open(const std::string& folder, bool create) {
   return s;
 }
 
-const std::string& Server::folder() const { return impl_->folder; }
+const std::string& Server::folder() const {
+  return impl_->folder;
+}
 
 std::vector<std::string> Server::databases() const {
   std::vector<std::string> names;
@@ -101,8 +107,14 @@ std::vector<std::string> Server::databases() const {
   return names;
 }
 
-bool Server::hasDatabase(std::string_view name) const { return impl_->find(name).has_value(); }
-void Server::setTimeout(int milliseconds) { impl_->timeout = milliseconds; }
-void Server::setClock(std::function<std::int64_t()> clock) { impl_->clock = clock ? std::move(clock) : localTicks; }
+bool Server::hasDatabase(std::string_view name) const {
+  return impl_->find(name).has_value();
+}
+void Server::setTimeout(int milliseconds) {
+  impl_->timeout = milliseconds;
+}
+void Server::setClock(std::function<std::int64_t()> clock) {
+  impl_->clock = clock ? std::move(clock) : localTicks;
+}
 
 }  // namespace embedded

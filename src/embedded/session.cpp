@@ -1,8 +1,8 @@
 // Batches: parse once per shape, run statement by statement, decide what a failure ends.
 
-#include "embedded/session_impl.h"
-
 #include <algorithm>
+
+#include "embedded/session_impl.h"
 
 namespace embedded {
 
@@ -16,55 +16,81 @@ namespace {
 // A failed conversion ends the batch and the transaction.
 bool endsTransaction(int number) {
   switch (number) {
-    case 235: case 241: case 242: case 245: case 293: case 295: case 529: case 8114: case 8169: return true;
-    default: return false;
+    case 235:
+    case 241:
+    case 242:
+    case 244:
+    case 245:
+    case 248:
+    case 293:
+    case 295:
+    case 529:
+    case 8114:
+    case 8169:
+      return true;
+    default:
+      return false;
   }
 }
 
 // Failures after which the batch goes on with its next statement; the others end it.
 bool endsStatementOnly(int number) {
   switch (number) {
-    case 220: case 512: case 515: case 517: case 535: case 544: case 545: case 547: case 2601: case 2627: case 2628: case 2714:
-    case 2812: case 3701: case 3902: case 3903: case 8101: case 8115: case 8134: case 8152: case 8146: case 8144: case 201:
-    case 4901: return true;
-    default: return false;
+    case 220:
+    case 232:
+    case 234:
+    case 512:
+    case 515:
+    case 517:
+    case 535:
+    case 544:
+    case 545:
+    case 547:
+    case 2601:
+    case 2627:
+    case 2628:
+    case 2714:
+    case 2812:
+    case 3701:
+    case 3902:
+    case 3903:
+    case 8101:
+    case 8115:
+    case 8134:
+    case 8152:
+    case 8146:
+    case 8144:
+    case 201:
+    case 4901:
+      return true;
+    default:
+      return false;
   }
-}
-
-bool isTypeName(std::string_view word) {
-  static constexpr std::array<const char*, 11> names = {"varchar", "nvarchar", "char", "nchar", "decimal", "numeric", "binary",
-                                                        "varbinary", "float", "dec", "character"};
-  return std::any_of(names.begin(), names.end(), [&](const char* n) { return tsql::sameName(n, word); });
-}
-
-// Sizes of types are literals too, but they are part of what a statement means: they belong to the batch's key.
-std::string batchKey(const TokenStream& t) {
-  std::string key = t.shape();
-  for (std::size_t i = 2; i < t.tokens.size(); ++i) {
-    if (t.tokens[i].kind != TokenKind::integer) continue;
-    const std::size_t open = t.tokens[i - 1].raw == "(" ? i - 1 : i >= 4 && t.tokens[i - 1].raw == "," && t.tokens[i - 3].raw == "(" ? i - 3 : 0;
-    if (open == 0 || !isTypeName(t.tokens[open - 1].kind == TokenKind::quotedIdentifier ? t.tokens[open - 1].text : t.tokens[open - 1].raw))
-      continue;
-    key += '\x01';
-    key += t.tokens[i].raw;
-  }
-  return key;
 }
 
 bool onlyData(const std::vector<tsql::ast::StatementPtr>& statements) {
   return std::all_of(statements.begin(), statements.end(), [](const auto& s) {
     switch (s->kind) {
-      case StatementKind::select: case StatementKind::insert: case StatementKind::update: case StatementKind::delete_:
-      case StatementKind::beginTransaction: case StatementKind::commit: case StatementKind::rollback: return true;
-      case StatementKind::block: return onlyData(static_cast<const tsql::ast::Block&>(*s).statements);
-      default: return false;
+      case StatementKind::select:
+      case StatementKind::insert:
+      case StatementKind::update:
+      case StatementKind::delete_:
+      case StatementKind::beginTransaction:
+      case StatementKind::commit:
+      case StatementKind::rollback:
+        return true;
+      case StatementKind::block:
+        return onlyData(static_cast<const tsql::ast::Block&>(*s).statements);
+      default:
+        return false;
     }
   });
 }
 
 }  // namespace
 
-Session::Session(std::shared_ptr<Server> server, const std::string& database) : impl_(std::make_unique<Impl>(std::move(server))) {
+Session::Session(std::shared_ptr<Server> server, const std::string& database)
+    : impl_(std::make_unique<Impl>(std::move(server))) {
   impl_->open();
   if (!database.empty()) use(database);
 }
@@ -78,17 +104,27 @@ Session::Impl::~Impl() {
   procedures.clear();
 }
 
-const std::string& Session::database() const { return impl_->current; }
+const std::string& Session::database() const {
+  return impl_->current;
+}
 
 void Session::use(const std::string& database) {
   const auto* a = impl_->attach(database);
-  if (!a) throw SqlError(911, "Could not locate entry in sysdatabases for database '" + database + "'. No entry found with that name.");
+  if (!a)
+    throw SqlError(
+        911, "Could not locate entry in sysdatabases for database '" + database + "'. No entry found with that name.");
   impl_->current = a->name;
 }
 
-bool Session::inTransaction() const { return impl_->tranCount > 0; }
-void Session::setStatementCache(bool on) { impl_->cacheOn = on; }
-void Session::setFetchBlock(std::size_t rows) { impl_->fetchBlock = std::max<std::size_t>(1, rows); }
+bool Session::inTransaction() const {
+  return impl_->tranCount > 0;
+}
+void Session::setStatementCache(bool on) {
+  impl_->cacheOn = on;
+}
+void Session::setFetchBlock(std::size_t rows) {
+  impl_->fetchBlock = std::max<std::size_t>(1, rows);
+}
 
 void Session::execute(const std::string& batch, ResultSink& sink, const std::vector<platform::Value>& parameters) {
   impl_->execute(batch, sink, parameters);
@@ -101,11 +137,20 @@ std::string Session::plan(const std::string& statement) {
   for (const auto& s : tree.statements) {
     tsql::BoundStatement bound;
     switch (s->kind) {
-      case StatementKind::select: bound = tsql::bindSelect(*static_cast<const tsql::ast::SelectStatement&>(*s).select, tokens, *impl_); break;
-      case StatementKind::insert: bound = tsql::bindInsert(static_cast<const tsql::ast::Insert&>(*s), tokens, *impl_, {}); break;
-      case StatementKind::update: bound = tsql::bindUpdate(static_cast<const tsql::ast::Update&>(*s), tokens, *impl_); break;
-      case StatementKind::delete_: bound = tsql::bindDelete(static_cast<const tsql::ast::Delete&>(*s), tokens, *impl_); break;
-      default: throw SqlError(50000, "Only select, insert, update and delete have a plan.", s->pos);
+      case StatementKind::select:
+        bound = tsql::bindSelect(*static_cast<const tsql::ast::SelectStatement&>(*s).select, tokens, *impl_);
+        break;
+      case StatementKind::insert:
+        bound = tsql::bindInsert(static_cast<const tsql::ast::Insert&>(*s), tokens, *impl_, {});
+        break;
+      case StatementKind::update:
+        bound = tsql::bindUpdate(static_cast<const tsql::ast::Update&>(*s), tokens, *impl_);
+        break;
+      case StatementKind::delete_:
+        bound = tsql::bindDelete(static_cast<const tsql::ast::Delete&>(*s), tokens, *impl_);
+        break;
+      default:
+        throw SqlError(50000, "Only select, insert, update and delete have a plan.", s->pos);
     }
     const auto p = impl_->makePlan(std::move(bound), 0);
     out += p->sql + "\n";
@@ -120,16 +165,28 @@ std::string Session::plan(const std::string& statement) {
 std::shared_ptr<ParsedBatch> Session::Impl::parsed(const TokenStream& tokens) {
   std::string key;
   if (cacheOn) {
-    key = lowerName(current) + "\n" + batchKey(tokens);
-    if (const auto it = batches.find(key); it != batches.end()) return it->second;
+    key = lowerName(current) + "\n" + tokens.shape();
+    if (const auto it = batches.find(key); it != batches.end())
+      for (const auto& known : it->second) {
+        // Literals that are part of the tree itself (sizes of types and the like) have to be the same.
+        const bool same = std::all_of(known->fixed.begin(), known->fixed.end(), [&](const auto& f) {
+          const auto& v = tokens.literals[static_cast<std::size_t>(f.first)];
+          return v.type == f.second.type && v.value == f.second.value;
+        });
+        if (same) return known;
+      }
   }
   auto p = std::make_shared<ParsedBatch>();
   p->tree = tsql::parse(tokens);
+  for (const int ordinal : p->tree.fixedLiterals)
+    p->fixed.emplace_back(ordinal, tokens.literals[static_cast<std::size_t>(ordinal)]);
   constexpr std::size_t most = 2000;
   if (cacheOn && onlyData(p->tree.statements)) {
     if (batches.size() >= most) batches.clear();
     if (planSets.size() >= most) planSets.clear();
-    batches.emplace(std::move(key), p);
+    auto& variants = batches[key];
+    if (variants.size() >= 16) variants.erase(variants.begin());
+    variants.push_back(p);
   }
   return p;
 }
@@ -167,7 +224,8 @@ void Session::Impl::runStatement(const tsql::ast::Statement& s, Running& r) {
       try {
         runOne(s, r);
       } catch (const StalePlan&) {
-        throw SqlError(50000, "The statement failed inside the server: its tables changed while it was prepared.", s.pos);
+        throw SqlError(50000, "The statement failed inside the server: its tables changed while it was prepared.",
+                       s.pos);
       }
     } catch (const SqliteFailure& f) {
       throw translate(f, nullptr);
@@ -192,40 +250,67 @@ void Session::Impl::afterFailure(const SqlError& e, Running& r) {
 void Session::Impl::runOne(const tsql::ast::Statement& s, Running& r) {
   using namespace tsql::ast;
   switch (s.kind) {
-    case StatementKind::select: return select(static_cast<const SelectStatement&>(s), r);
-    case StatementKind::insert: return insert(static_cast<const Insert&>(s), r);
-    case StatementKind::update: return update(static_cast<const Update&>(s), r);
-    case StatementKind::delete_: return delete_(static_cast<const Delete&>(s), r);
-    case StatementKind::truncate: return truncate(static_cast<const Truncate&>(s), r);
-    case StatementKind::createTable: return createTable(static_cast<const CreateTable&>(s), r);
-    case StatementKind::alterTable: return alterTable(static_cast<const AlterTable&>(s), r);
-    case StatementKind::dropTable: return dropTable(static_cast<const DropTable&>(s));
-    case StatementKind::createIndex: return createIndex(static_cast<const CreateIndex&>(s));
-    case StatementKind::dropIndex: return dropIndex(static_cast<const DropIndex&>(s));
-    case StatementKind::createProcedure: return createProcedure(static_cast<const CreateProcedure&>(s), r);
-    case StatementKind::dropProcedure: return dropProcedure(static_cast<const DropProcedure&>(s));
-    case StatementKind::execute: return executeProcedure(static_cast<const Execute&>(s), r);
+    case StatementKind::select:
+      return select(static_cast<const SelectStatement&>(s), r);
+    case StatementKind::insert:
+      return insert(static_cast<const Insert&>(s), r);
+    case StatementKind::update:
+      return update(static_cast<const Update&>(s), r);
+    case StatementKind::delete_:
+      return delete_(static_cast<const Delete&>(s), r);
+    case StatementKind::truncate:
+      return truncate(static_cast<const Truncate&>(s), r);
+    case StatementKind::createTable:
+      return createTable(static_cast<const CreateTable&>(s), r);
+    case StatementKind::alterTable:
+      return alterTable(static_cast<const AlterTable&>(s), r);
+    case StatementKind::dropTable:
+      return dropTable(static_cast<const DropTable&>(s));
+    case StatementKind::createIndex:
+      return createIndex(static_cast<const CreateIndex&>(s));
+    case StatementKind::dropIndex:
+      return dropIndex(static_cast<const DropIndex&>(s));
+    case StatementKind::createProcedure:
+      return createProcedure(static_cast<const CreateProcedure&>(s), r);
+    case StatementKind::dropProcedure:
+      return dropProcedure(static_cast<const DropProcedure&>(s));
+    case StatementKind::execute:
+      return executeProcedure(static_cast<const Execute&>(s), r);
     case StatementKind::if_: {
       const auto& i = static_cast<const If&>(s);
-      if (condition(*i.condition, s.firstToken, r)) runStatement(*i.then, r);
-      else if (i.otherwise) runStatement(*i.otherwise, r);
+      if (condition(*i.condition, s.firstToken, r))
+        runStatement(*i.then, r);
+      else if (i.otherwise)
+        runStatement(*i.otherwise, r);
       return;
     }
-    case StatementKind::block: return runStatements(static_cast<const Block&>(s).statements, r);
-    case StatementKind::beginTransaction: return beginTransaction();
-    case StatementKind::commit: return commit();
-    case StatementKind::rollback: return rollback();
+    case StatementKind::block:
+      return runStatements(static_cast<const Block&>(s).statements, r);
+    case StatementKind::beginTransaction:
+      return beginTransaction();
+    case StatementKind::commit:
+      return commit();
+    case StatementKind::rollback:
+      return rollback();
     case StatementKind::setOption: {
       const auto& o = static_cast<const SetOption&>(s);
       if (o.option != "identity_insert") return;  // nocount and the ansi settings change nothing here
       const auto* t = table(*o.table);
-      if (!t) throw SqlError(1088, "Cannot find the object \"" + o.table->last() + "\" because it does not exist or you do not have permissions.", s.pos);
+      if (!t)
+        throw SqlError(1088,
+                       "Cannot find the object \"" + o.table->last() +
+                           "\" because it does not exist or you do not have permissions.",
+                       s.pos);
       if (t->identityColumn() < 0)
-        throw SqlError(8106, "Table '" + t->name + "' does not have the identity property. Cannot perform SET operation.", s.pos);
+        throw SqlError(
+            8106, "Table '" + t->name + "' does not have the identity property. Cannot perform SET operation.", s.pos);
       const std::string key = lowerName(t->database) + "." + lowerName(t->name);
       if (o.value == "on") {
         if (!identityInsert.empty() && identityInsert != key)
-          throw SqlError(8107, "IDENTITY_INSERT is already ON for table '" + identityInsert + "'. Cannot perform SET operation for table '" + t->name + "'.", s.pos);
+          throw SqlError(8107,
+                         "IDENTITY_INSERT is already ON for table '" + identityInsert +
+                             "'. Cannot perform SET operation for table '" + t->name + "'.",
+                         s.pos);
         identityInsert = key;
       } else if (identityInsert == key) {
         identityInsert.clear();
@@ -234,20 +319,29 @@ void Session::Impl::runOne(const tsql::ast::Statement& s, Running& r) {
       batches.clear();
       return;
     }
-    case StatementKind::createDatabase: return createDatabase(static_cast<const CreateDatabase&>(s));
-    case StatementKind::dropDatabase: return dropDatabase(static_cast<const DropDatabase&>(s));
+    case StatementKind::createDatabase:
+      return createDatabase(static_cast<const CreateDatabase&>(s));
+    case StatementKind::dropDatabase:
+      return dropDatabase(static_cast<const DropDatabase&>(s));
     case StatementKind::use: {
       const auto* a = attach(static_cast<const Use&>(s).name);
-      if (!a) throw SqlError(911, "Could not locate entry in sysdatabases for database '" + static_cast<const Use&>(s).name + "'. No entry found with that name.", s.pos);
+      if (!a)
+        throw SqlError(911,
+                       "Could not locate entry in sysdatabases for database '" + static_cast<const Use&>(s).name +
+                           "'. No entry found with that name.",
+                       s.pos);
       current = a->name;
       return;
     }
     case StatementKind::print: {
-      const auto v = scalar(*static_cast<const Print&>(s).value, *r.tokens, tsql::typeOf(tsql::TypeKind::nvarchar, 4000), &r);
+      const auto v =
+          scalar(*static_cast<const Print&>(s).value, *r.tokens, tsql::typeOf(tsql::TypeKind::nvarchar, 4000), &r);
       r.sink->message(v.index() == 3 ? std::get<std::string>(v) : std::string());
       return;
     }
-    case StatementKind::return_: r.ended = true; return;
+    case StatementKind::return_:
+      r.ended = true;
+      return;
   }
 }
 

@@ -152,6 +152,13 @@ void Session::Impl::refreshCatalogs() {
   }
 }
 
+std::vector<std::shared_ptr<const DatabaseCatalog>> Session::Impl::currentCatalogs() const {
+  std::vector<std::shared_ptr<const DatabaseCatalog>> all;
+  for (const auto& [name, a] : attached) all.push_back(a.catalog);
+  all.push_back(temporary);
+  return all;
+}
+
 void Session::Impl::reloadCatalog(const std::string& schemaName) {
   if (begun) changedSchemas.insert(schemaName);
   if (schemaName == temporarySchema) {

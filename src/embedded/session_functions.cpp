@@ -6,7 +6,9 @@ namespace embedded {
 
 namespace {
 
-Session::Impl& self(sqlite3_context* c) { return *static_cast<Session::Impl*>(sqlite3_user_data(c)); }
+Session::Impl& self(sqlite3_context* c) {
+  return *static_cast<Session::Impl*>(sqlite3_user_data(c));
+}
 
 std::string argument(sqlite3_value* v) {
   const auto* p = reinterpret_cast<const char*>(sqlite3_value_text(v));
@@ -18,7 +20,8 @@ void text(sqlite3_context* c, const std::string& s) {
 }
 
 // No exception crosses SQLite: a failure is kept in the context and ends the statement.
-template <class F> void guarded(sqlite3_context* c, F&& f) {
+template <class F>
+void guarded(sqlite3_context* c, F&& f) {
   try {
     f();
   } catch (const tsql::SqlError& e) {
@@ -35,8 +38,10 @@ void objectIdOf(sqlite3_context* c, int n, sqlite3_value** v) {
   guarded(c, [&] {
     if (sqlite3_value_type(v[0]) == SQLITE_NULL) return sqlite3_result_null(c);
     const auto id = self(c).objectId(argument(v[0]), n > 1 ? argument(v[1]) : "");
-    if (id) sqlite3_result_int64(c, *id);
-    else sqlite3_result_null(c);
+    if (id)
+      sqlite3_result_int64(c, *id);
+    else
+      sqlite3_result_null(c);
   });
 }
 
@@ -54,11 +59,16 @@ void objectProperty(sqlite3_context* c, int, sqlite3_value** v) {
       for (const auto& [name, p] : catalog->procedures) procedure = procedure || p.id == id;
     }
     if (!table && !procedure && !system) return;
-    if (property == "isusertable") sqlite3_result_int(c, table);
-    else if (property == "isprocedure") sqlite3_result_int(c, procedure);
-    else if (property == "istable") sqlite3_result_int(c, table || system);
-    else if (property == "issystemtable") sqlite3_result_int(c, system);
-    else if (property == "isview" || property == "istrigger") sqlite3_result_int(c, 0);
+    if (property == "isusertable")
+      sqlite3_result_int(c, table);
+    else if (property == "isprocedure")
+      sqlite3_result_int(c, procedure);
+    else if (property == "istable")
+      sqlite3_result_int(c, table || system);
+    else if (property == "issystemtable")
+      sqlite3_result_int(c, system);
+    else if (property == "isview" || property == "istrigger")
+      sqlite3_result_int(c, 0);
   });
 }
 
@@ -67,8 +77,10 @@ void session(sqlite3_context* c, int, sqlite3_value** v) {
     const std::string what = argument(v[0]);
     auto& s = self(c);
     if (what == "scope_identity") {
-      if (s.scopeIdentity) sqlite3_result_int64(c, *s.scopeIdentity);
-      else sqlite3_result_null(c);
+      if (s.scopeIdentity)
+        sqlite3_result_int64(c, *s.scopeIdentity);
+      else
+        sqlite3_result_null(c);
     } else if (what == "db_name") {
       text(c, s.current.empty() ? "master" : s.current);
     } else if (what == "host_name") {
@@ -80,9 +92,7 @@ void session(sqlite3_context* c, int, sqlite3_value** v) {
 }
 
 void identity(sqlite3_context* c, int, sqlite3_value** v) {
-  guarded(c, [&] {
-    sqlite3_result_int64(c, self(c).nextIdentity(sqlite3_value_int64(v[0])));
-  });
+  guarded(c, [&] { sqlite3_result_int64(c, self(c).nextIdentity(sqlite3_value_int64(v[0]))); });
 }
 
 void identCurrent(sqlite3_context* c, int, sqlite3_value** v) {
@@ -96,7 +106,8 @@ void identCurrent(sqlite3_context* c, int, sqlite3_value** v) {
     const auto ref = s.identityRef(*t);
     const std::lock_guard lock(s.server->impl().mutex);
     const auto it = s.server->impl().identity.find(s.identityRefs[static_cast<std::size_t>(ref)].key);
-    sqlite3_result_int64(c, it == s.server->impl().identity.end() ? s.identityRefs[static_cast<std::size_t>(ref)].seed : it->second);
+    sqlite3_result_int64(
+        c, it == s.server->impl().identity.end() ? s.identityRefs[static_cast<std::size_t>(ref)].seed : it->second);
   });
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 // The session's own state.
 //
-// A session has one SQLite connection: a memory database with the server's database files attached on first use, and its
-// # tables in SQLite's temporary schema. A transaction of the dialect becomes one of SQLite with its first write, so that
-// until then every read sees what others have committed.
+// A session has one SQLite connection: a memory database with the server's database files attached on first use, and
+// its # tables in SQLite's temporary schema. A transaction of the dialect becomes one of SQLite with its first write,
+// so that until then every read sees what others have committed.
 
 #include <array>
 #include <deque>
@@ -41,8 +41,8 @@ struct Server::Impl {
   std::optional<std::string> find(std::string_view database) const;  // the name as spelled
 };
 
-// A statement that is bound, emitted and prepared. It holds as long as the catalogs that it was bound against stand, and
-// for texts of its shape whose pinned literals are the same.
+// A statement that is bound, emitted and prepared. It holds as long as the catalogs that it was bound against stand,
+// and for texts of its shape whose pinned literals are the same.
 struct Plan {
   enum class Kind { select, insert, update, delete_ } kind = Kind::select;
   std::string sql;
@@ -72,6 +72,7 @@ struct PlanSet {
 // A batch of one shape: its tree, and for each statement where its plans are.
 struct ParsedBatch {
   tsql::ast::Batch tree;
+  std::vector<std::pair<int, tsql::LiteralValue>> fixed;  // literals that are part of the tree
   std::unordered_map<const tsql::ast::Statement*, std::shared_ptr<PlanSet>> plans;
   std::unordered_map<const tsql::ast::Expr*, std::shared_ptr<PlanSet>> conditions;
 };
@@ -146,6 +147,8 @@ struct Session::Impl : tsql::Catalog {
   const DatabaseCatalog* catalogOf(std::string_view database);
   std::shared_ptr<const DatabaseCatalog> sharedCatalog(const tsql::TableDef& t);
   void refreshCatalogs();
+  // The catalogs as they stand, kept while a statement changes definitions and still reads the old ones.
+  std::vector<std::shared_ptr<const DatabaseCatalog>> currentCatalogs() const;
   void reloadCatalog(const std::string& schemaName);
   void needTemporary();
   const tsql::TableDef* table(const tsql::ast::Name& name) override;
@@ -168,7 +171,7 @@ struct Session::Impl : tsql::Catalog {
   void afterFailure(const tsql::SqlError& e, Running& r);
   Frame* frame = nullptr;  // variables in force
   SelectCapture* capture = nullptr;
-  std::map<std::string, std::shared_ptr<ParsedBatch>> batches;
+  std::unordered_map<std::string, std::vector<std::shared_ptr<ParsedBatch>>> batches;
   std::unordered_map<std::string, std::shared_ptr<PlanSet>> planSets;
   std::int64_t rowCount = 0;
   int lastError = 0;
@@ -225,7 +228,7 @@ struct Session::Impl : tsql::Catalog {
 
   // ---- transactions and identity (transactions.cpp)
   int tranCount = 0;
-  bool begun = false;     // SQLite's transaction has begun
+  bool begun = false;                    // SQLite's transaction has begun
   std::set<std::string> changedSchemas;  // definitions changed inside the transaction
   void beginTransaction();
   void commit();
@@ -242,7 +245,7 @@ struct Session::Impl : tsql::Catalog {
   std::set<std::int64_t> identityRead;     // refs whose stored number was read in this transaction
   std::set<std::int64_t> identityPending;  // refs whose number is not stored yet
   std::optional<std::int64_t> lastIdentity, scopeIdentity;
-  std::string identityInsert;  // "db.table", lower case
+  std::string identityInsert;    // "db.table", lower case
   std::vector<Stream*> streams;  // open streams that read through this connection
   void drainStreams();
 

@@ -60,8 +60,8 @@ private:
   PreparedStatement& s_;
 };
 
-// SQLite before 3.41 hashes the length of a text into the Bloom filters of its joins, so that two texts of different length
-// that a collation calls equal ("a" and "a ") do not meet. Switches these filters off on the connection.
+// SQLite before 3.41 hashes the length of a text into the Bloom filters of its joins, so that two texts of different
+// length that a collation calls equal ("a" and "a ") do not meet. Switches these filters off on the connection.
 void useTextCollationSafely(sqlite3* db);
 
 // Runs statements without results. Throws SqliteFailure.

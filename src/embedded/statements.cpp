@@ -11,7 +11,9 @@ std::shared_ptr<Plan> Session::Impl::rowPlan(const std::string& statement) {
   const auto tokens = tsql::lex(statement);
   const auto tree = tsql::parse(tokens);
   refreshCatalogs();
-  return makePlan(tsql::bindInsert(static_cast<const tsql::ast::Insert&>(*tree.statements.at(0)), tokens, *this, {identityInsert}), 0);
+  return makePlan(
+      tsql::bindInsert(static_cast<const tsql::ast::Insert&>(*tree.statements.at(0)), tokens, *this, {identityInsert}),
+      0);
 }
 
 bool Session::Impl::stillHolds(const Plan& p) const {
@@ -128,8 +130,10 @@ std::int64_t Session::Impl::change(Plan& p, const Running& r, int base) {
   check(
       [&] {
         try {
-          if (alone) atomically(step);
-          else step();
+          if (alone)
+            atomically(step);
+          else
+            step();
         } catch (const SqliteFailure& f) {
           // Keys hold after the whole statement, not after each row: a second, slower way may still get there.
           if (p.kind != Plan::Kind::update || p.selectionSql.empty() ||
@@ -169,7 +173,8 @@ std::int64_t Session::Impl::updateKeys(Plan& p, std::vector<Datum>& values) {
     {
       PreparedStatement s(db.get(), p.selectionSql);
       const int parameters = sqlite3_bind_parameter_count(s.get());
-      for (std::size_t i = 0; i < values.size() && static_cast<int>(i) < parameters; ++i) s.bind(static_cast<int>(i) + 1, values[i]);
+      for (std::size_t i = 0; i < values.size() && static_cast<int>(i) < parameters; ++i)
+        s.bind(static_cast<int>(i) + 1, values[i]);
       std::set<std::int64_t> seen;
       while (s.step()) {
         if (!seen.insert(s.integer(0)).second) continue;
@@ -210,9 +215,11 @@ void Session::Impl::delete_(const tsql::ast::Delete& s, Running& r) {
 void Session::Impl::selectInto(const tsql::ast::SelectStatement& s, Running& r) {
   refreshCatalogs();
   auto bound = tsql::bindSelect(*s.select, *r.tokens, *this);
+  const auto keep = currentCatalogs();
   const auto& name = *s.select->into;
   const ObjectPlace where = place(name);
-  if (!where.known) throw SqlError(2760, "The specified schema name or database of '" + where.object + "' does not exist.", name.pos);
+  if (!where.known)
+    throw SqlError(2760, "The specified schema name or database of '" + where.object + "' does not exist.", name.pos);
   if (where.temporary) needTemporary();
   if (table(name))
     throw SqlError(2714, "There is already an object named '" + where.object + "' in the database.", name.pos);
@@ -224,10 +231,15 @@ void Session::Impl::selectInto(const tsql::ast::SelectStatement& s, Running& r) 
     tsql::ColumnDef c;
     c.name = item.name;
     if (c.name.empty())
-      throw SqlError(1038, "An object or column name is missing or empty. For SELECT INTO statements, verify each column has a name.", s.pos, 15);
+      throw SqlError(
+          1038,
+          "An object or column name is missing or empty. For SELECT INTO statements, verify each column has a name.",
+          s.pos, 15);
     if (!names.insert(lowerName(c.name)).second)
-      throw SqlError(2705, "Column names in each table must be unique. Column name '" + c.name + "' in table '" + t.name +
-                               "' is specified more than once.", s.pos);
+      throw SqlError(2705,
+                     "Column names in each table must be unique. Column name '" + c.name + "' in table '" + t.name +
+                         "' is specified more than once.",
+                     s.pos);
     c.type = item.expr->type.kind == tsql::TypeKind::null ? tsql::typeOf(tsql::TypeKind::integer) : item.expr->type;
     if (tsql::isText(c.type.kind) && c.type.length == 0) c.type.length = 1;
     c.nullable = item.expr->nullable;
@@ -245,7 +257,8 @@ void Session::Impl::selectInto(const tsql::ast::SelectStatement& s, Running& r) 
         if (slot.source == tsql::Slot::Source::literal) slot.ordinal -= base;
       std::string columns;
       for (const auto& c : made->columns) columns += (columns.empty() ? "" : ",") + tsql::quoteName(c.name);
-      PreparedStatement insert(db.get(), "INSERT INTO " + made->storage + "(" + columns + ") " + tsql::emitSelect(*bound.select, true));
+      PreparedStatement insert(
+          db.get(), "INSERT INTO " + made->storage + "(" + columns + ") " + tsql::emitSelect(*bound.select, true));
       std::vector<Datum> values(bound.slots.size());
       for (std::size_t i = 0; i < values.size(); ++i) {
         values[i] = slotValue(bound.slots[i], r, base);

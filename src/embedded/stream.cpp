@@ -13,8 +13,9 @@ Stream::Stream(Session::Impl& session, const std::string& statement) : session_(
     throw SqlError(16937, "A server cursor is opened on a single SELECT statement.");
   session.context.failure.reset();
   session.refreshCatalogs();
-  const auto plan =
-      session.makePlan(tsql::bindSelect(*static_cast<const tsql::ast::SelectStatement&>(*tree.statements[0]).select, tokens, session), 0);
+  const auto plan = session.makePlan(
+      tsql::bindSelect(*static_cast<const tsql::ast::SelectStatement&>(*tree.statements[0]).select, tokens, session),
+      0);
   columns_ = plan->columns;
   hiddenRow_ = plan->hiddenRow;
   if (hiddenRow_) {

@@ -2,8 +2,8 @@
 // Stream: the rows of one selection, fetched in blocks as they are walked, with constant memory.
 //
 // Outside a transaction that has written, the selection runs on a connection of its own and sees the databases as they
-// were when it began, whatever is written meanwhile. Inside such a transaction its rows first go into a table of SQLite's
-// temporary file, so that what the transaction writes later does not show in them either.
+// were when it began, whatever is written meanwhile. Inside such a transaction its rows first go into a table of
+// SQLite's temporary file, so that what the transaction writes later does not show in them either.
 
 #include <memory>
 #include <string>

@@ -8,10 +8,13 @@ namespace embedded {
 using tsql::quoteName;
 using tsql::TableDef;
 
-void Session::Impl::beginTransaction() { ++tranCount; }
+void Session::Impl::beginTransaction() {
+  ++tranCount;
+}
 
 void Session::Impl::commit() {
-  if (tranCount == 0) throw tsql::SqlError(3902, "The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION.");
+  if (tranCount == 0)
+    throw tsql::SqlError(3902, "The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION.");
   if (--tranCount > 0) return;
   if (!begun) return;
   try {
@@ -29,7 +32,8 @@ void Session::Impl::commit() {
 }
 
 void Session::Impl::rollback() {
-  if (tranCount == 0) throw tsql::SqlError(3903, "The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION.");
+  if (tranCount == 0)
+    throw tsql::SqlError(3903, "The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION.");
   tranCount = 0;
   if (!begun) return;
   drainStreams();
@@ -99,13 +103,16 @@ std::int64_t Session::Impl::identityRef(const TableDef& t) {
   return static_cast<std::int64_t>(identityRefs.size()) - 1;
 }
 
-std::int64_t Session::Impl::nextIdentity(const TableDef& t) { return nextIdentity(identityRef(t)); }
+std::int64_t Session::Impl::nextIdentity(const TableDef& t) {
+  return nextIdentity(identityRef(t));
+}
 
 std::int64_t Session::Impl::nextIdentity(std::int64_t ref) {
   const auto index = static_cast<std::size_t>(ref);
   if (!identityRead.contains(ref)) {
     // The first number of a transaction: the store may know of numbers that another process gave.
-    PreparedStatement s(db.get(), "SELECT last FROM " + quoteName(identityRefs[index].schemaName) + "._ts_identity WHERE table_id=?");
+    PreparedStatement s(
+        db.get(), "SELECT last FROM " + quoteName(identityRefs[index].schemaName) + "._ts_identity WHERE table_id=?");
     const tsql::Datum id = identityRefs[index].id;
     s.bind(1, id);
     const bool stored = s.step();
@@ -147,8 +154,9 @@ void Session::Impl::flushIdentities() {
       const std::lock_guard lock(server->impl().mutex);
       last = server->impl().identity[r.key];
     }
-    PreparedStatement s(db.get(), "INSERT INTO " + quoteName(r.schemaName) +
-                                      "._ts_identity(table_id,last) VALUES(?1,?2) ON CONFLICT(table_id) DO UPDATE SET last=?2");
+    PreparedStatement s(db.get(),
+                        "INSERT INTO " + quoteName(r.schemaName) +
+                            "._ts_identity(table_id,last) VALUES(?1,?2) ON CONFLICT(table_id) DO UPDATE SET last=?2");
     const tsql::Datum id = r.id, number = last;
     s.bind(1, id);
     s.bind(2, number);

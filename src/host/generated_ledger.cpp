@@ -77,7 +77,7 @@ private:
     if (left <= 0) return;
     ledger_.accounts[self].last = false;
     const auto even = static_cast<std::int64_t>(std::ceil(std::sqrt(static_cast<double>(left))));
-    const std::int64_t children = std::min({left, left <= 12 ? left : even, mostChildren});
+    const std::int64_t children = std::min({left, left <= 40 ? left : even, mostChildren});
     for (std::int64_t child = 0; child < children; ++child) {
       const std::int64_t share = left / (children - child);
       left -= share;

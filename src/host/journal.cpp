@@ -188,6 +188,11 @@ void Journal::handled(const std::exception& failure) {
   addFailure(gljz::run.m_strFuncDesc, gljz::run.m_strLastSql, failure.what());
 }
 
+void Journal::stageFailed() {
+  if (!pendingFailure_.empty()) return pendingFailure_.clear();
+  addFailure(gljz::run.m_strFuncDesc, gljz::run.m_strLastSql, "the stage ended early");
+}
+
 void Journal::note(std::string text) {
   if (std::find(notes_.begin(), notes_.end(), text) == notes_.end()) notes_.push_back(std::move(text));
 }

@@ -83,6 +83,8 @@ public:
   // A handler of the system has caught this failure. One that no statement reported before (a Null that was read as a
   // number, say) is a failure of its own.
   void handled(const std::exception& failure);
+  // A stage told the system that it failed, and caught the failure itself.
+  void stageFailed();
   // This failure is told otherwise (in a note): it is not counted when a handler reports it.
   void expected(const std::exception& failure) { pendingFailure_ = failure.what(); }
 

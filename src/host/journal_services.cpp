@@ -104,11 +104,13 @@ private:
     }
   }
   void noteHandledFailure() {
-    if (const std::exception_ptr failure = std::current_exception()) try {
-        std::rethrow_exception(failure);
-      } catch (const std::exception& e) {
-        journal_->handled(e);
-      }
+    const std::exception_ptr failure = std::current_exception();
+    if (!failure) return journal_->stageFailed();
+    try {
+      std::rethrow_exception(failure);
+    } catch (const std::exception& e) {
+      journal_->handled(e);
+    }
   }
 
   std::shared_ptr<Journal> journal_;

@@ -86,7 +86,8 @@ BoundPtr Binder::convertTo(BoundPtr e, const SqlType& type, bool store) {
   }
   if (e->op == BoundOp::slot) {
     Slot& slot = out_.slots[static_cast<std::size_t>(e->slotIndex)];
-    if (slot.type.kind == TypeKind::null) {  // not converted yet: the value is converted once, before the statement runs
+    if (slot.type.kind ==
+        TypeKind::null) {  // not converted yet: the value is converted once, before the statement runs
       if (slot.constantType.kind != TypeKind::null) refuse(slot.constantType, type, e->pos);
       e->type = type;
       if (!store && isText(slot.constantType.kind) && isText(type.kind)) return e;

@@ -33,17 +33,22 @@ void collectLeaves(BoundSource& s, std::vector<BoundSource*>& out) {
   }
 }
 
-bool sameTable(const TableDef& a, const TableDef& b) { return a.id == b.id && sameName(a.database, b.database); }
+bool sameTable(const TableDef& a, const TableDef& b) {
+  return a.id == b.id && sameName(a.database, b.database);
+}
 
-// The row source that an update or delete changes. A short name of the from clause comes first, then the table's own name,
-// then its only use under another name; a table that the from clause does not mention joins the sources.
+// The row source that an update or delete changes. A short name of the from clause comes first, then the table's own
+// name, then its only use under another name; a table that the from clause does not mention joins the sources.
 BoundSource* targetSource(Binder& b, const ast::Name& name, BoundSelect& rows, Scope& scope) {
   if (name.parts.size() == 1)
     for (auto* leaf : scope.leaves)
       if (leaf->hasAlias && sameName(leaf->exposedName, name.last())) {
         if (!leaf->table)
-          fail(4405, "View or function '" + name.last() + "' is not updatable because the modification affects multiple base "
-                     "tables.", name.pos);
+          fail(4405,
+               "View or function '" + name.last() +
+                   "' is not updatable because the modification affects multiple base "
+                   "tables.",
+               name.pos);
         return leaf;
       }
   const TableDef& t = b.table(name);
@@ -80,7 +85,8 @@ BoundPtr defaultOf(Binder& b, const ColumnDef& c) {
   // Its literals belong to another text: they become fixed values of this statement.
   const int base = static_cast<int>(b.out_.slots.size());
   for (auto& s : inner.out_.slots) {
-    s.constant = s.source == Slot::Source::literal ? tokens.literals[static_cast<std::size_t>(s.ordinal)].value : s.constant;
+    s.constant =
+        s.source == Slot::Source::literal ? tokens.literals[static_cast<std::size_t>(s.ordinal)].value : s.constant;
     s.source = Slot::Source::constant;
     b.out_.slots.push_back(s);
   }
@@ -103,10 +109,13 @@ public:
     out_->table = &t;
     b_.note(b_.out_.writes, &t);
     const int identity = t.identityColumn();
-    const bool given = !options_.identityInsert.empty() && options_.identityInsert == lower(t.database) + "." + lower(t.name);
+    const bool given =
+        !options_.identityInsert.empty() && options_.identityInsert == lower(t.database) + "." + lower(t.name);
     targets(t, identity, given);
-    if (s_.select) fromSelect(t);
-    else if (!s_.defaultValues) fromValues(t);
+    if (s_.select)
+      fromSelect(t);
+    else if (!s_.defaultValues)
+      fromValues(t);
     rest(t);
     if (identity >= 0 && !given) {
       out_->columns.push_back(identity);
@@ -129,51 +138,69 @@ private:
         if (!s_.defaultValues) out_->columns.push_back(n);
       }
       if (given && identity >= 0)
-        fail(8101, "An explicit value for the identity column in table '" + t.name +
-                       "' can only be specified when a column list is used and IDENTITY_INSERT is ON.", s_.pos);
+        fail(8101,
+             "An explicit value for the identity column in table '" + t.name +
+                 "' can only be specified when a column list is used and IDENTITY_INSERT is ON.",
+             s_.pos);
       return;
     }
     for (const auto& [name, pos] : s_.columns) {
       const int n = t.find(name);
       if (n < 0) fail(207, "Invalid column name '" + name + "'.", pos);
       if (std::find(out_->columns.begin(), out_->columns.end(), n) != out_->columns.end())
-        fail(264, "The column name '" + name + "' is specified more than once in the SET clause or column list of an INSERT. A "
-                  "column cannot be assigned more than one value in the same clause.", pos);
+        fail(264,
+             "The column name '" + name +
+                 "' is specified more than once in the SET clause or column list of an INSERT. A "
+                 "column cannot be assigned more than one value in the same clause.",
+             pos);
       if (!t.columns[static_cast<std::size_t>(n)].computedText.empty())
-        fail(271, "The column \"" + name + "\" cannot be modified because it is either a computed column or is the result of a "
-                  "UNION operator.", pos);
+        fail(271,
+             "The column \"" + name +
+                 "\" cannot be modified because it is either a computed column or is the result of a "
+                 "UNION operator.",
+             pos);
       if (n == identity && !given)
-        fail(544, "Cannot insert explicit value for identity column in table '" + t.name +
-                      "' when IDENTITY_INSERT is set to OFF.", pos);
+        fail(544,
+             "Cannot insert explicit value for identity column in table '" + t.name +
+                 "' when IDENTITY_INSERT is set to OFF.",
+             pos);
       out_->columns.push_back(n);
     }
     if (given && identity >= 0 &&
         std::find(out_->columns.begin(), out_->columns.end(), identity) == out_->columns.end())
-      fail(545, "Explicit value must be specified for identity column in table '" + t.name +
-                    "' either when IDENTITY_INSERT is set to ON or when a replication user is inserting into a NOT FOR "
-                    "REPLICATION identity column.", s_.pos);
+      fail(545,
+           "Explicit value must be specified for identity column in table '" + t.name +
+               "' either when IDENTITY_INSERT is set to ON or when a replication user is inserting into a NOT FOR "
+               "REPLICATION identity column.",
+           s_.pos);
   }
 
   void mismatch(std::size_t values, bool select) {
     if (values == out_->columns.size()) return;
     if (s_.columns.empty()) {
       if (values == out_->columns.size() + 1 && out_->table->identityColumn() >= 0)
-        fail(8101, "An explicit value for the identity column in table '" + out_->table->name +
-                       "' can only be specified when a column list is used and IDENTITY_INSERT is ON.", s_.pos);
+        fail(8101,
+             "An explicit value for the identity column in table '" + out_->table->name +
+                 "' can only be specified when a column list is used and IDENTITY_INSERT is ON.",
+             s_.pos);
       fail(213, "Column name or number of supplied values does not match table definition.", s_.pos);
     }
     const bool more = values > out_->columns.size();
     if (select)
       fail(more ? 121 : 120,
-           more ? "The select list for the INSERT statement contains more items than the insert list. The number of SELECT "
+           more ? "The select list for the INSERT statement contains more items than the insert list. The number of "
+                  "SELECT "
                   "values must match the number of INSERT columns."
-                : "The select list for the INSERT statement contains fewer items than the insert list. The number of SELECT "
+                : "The select list for the INSERT statement contains fewer items than the insert list. The number of "
+                  "SELECT "
                   "values must match the number of INSERT columns.",
            s_.pos, 15);
     fail(more ? 110 : 109,
-         more ? "There are fewer columns in the INSERT statement than values specified in the VALUES clause. The number of "
+         more ? "There are fewer columns in the INSERT statement than values specified in the VALUES clause. The "
+                "number of "
                 "values in the VALUES clause must match the number of columns specified in the INSERT statement."
-              : "There are more columns in the INSERT statement than values specified in the VALUES clause. The number of "
+              : "There are more columns in the INSERT statement than values specified in the VALUES clause. The number "
+                "of "
                 "values in the VALUES clause must match the number of columns specified in the INSERT statement.",
          s_.pos, 15);
   }
@@ -189,9 +216,11 @@ private:
         continue;
       }
       if (s_.values[i]->kind == ast::ExprKind::column)
-        fail(128, "The name \"" + static_cast<const ast::Column&>(*s_.values[i]).name.last() +
-                      "\" is not permitted in this context. Valid expressions are constants, constant expressions, and (in "
-                      "some contexts) variables. Column names are not permitted.", s_.values[i]->pos, 15);
+        fail(128,
+             "The name \"" + static_cast<const ast::Column&>(*s_.values[i]).name.last() +
+                 "\" is not permitted in this context. Valid expressions are constants, constant expressions, and (in "
+                 "some contexts) variables. Column names are not permitted.",
+             s_.values[i]->pos, 15);
       out_->values.push_back(b_.convertTo(b_.value(*s_.values[i], scope), c.type, true));
     }
   }
@@ -215,8 +244,10 @@ private:
       if (std::find(out_->columns.begin(), out_->columns.end(), n) != out_->columns.end()) continue;
       out_->columns.push_back(n);
       auto d = defaultOf(b_, c);
-      if (s_.select) out_->defaults.push_back(std::move(d));
-      else out_->values.push_back(std::move(d));
+      if (s_.select)
+        out_->defaults.push_back(std::move(d));
+      else
+        out_->values.push_back(std::move(d));
     }
   }
 
@@ -229,7 +260,8 @@ private:
 
 }  // namespace
 
-BoundStatement bindInsert(const ast::Insert& insert, const TokenStream& tokens, Catalog& catalog, const BindOptions& options) {
+BoundStatement bindInsert(const ast::Insert& insert, const TokenStream& tokens, Catalog& catalog,
+                          const BindOptions& options) {
   Binder b(tokens, catalog);
   auto bound = InsertBinder(b, insert, options).bind();
   b.out_.insert = std::move(bound);
@@ -256,13 +288,21 @@ BoundStatement bindUpdate(const ast::Update& update, const TokenStream& tokens, 
     const auto& c = t.columns[static_cast<std::size_t>(n)];
     if (c.identity) fail(8102, "Cannot update identity column '" + c.name + "'.", a.column.pos);
     if (!c.computedText.empty())
-      fail(271, "The column \"" + c.name + "\" cannot be modified because it is either a computed column or is the result of a "
-                "UNION operator.", a.column.pos);
+      fail(271,
+           "The column \"" + c.name +
+               "\" cannot be modified because it is either a computed column or is the result of a "
+               "UNION operator.",
+           a.column.pos);
     if (std::find(u->columns.begin(), u->columns.end(), n) != u->columns.end())
-      fail(264, "The column name '" + c.name + "' is specified more than once in the SET clause or column list of an INSERT. A "
-                "column cannot be assigned more than one value in the same clause. Modify the clause to make sure that a "
-                "column is updated only once. If this statement updates or inserts columns into a view, column aliasing can "
-                "conceal the duplication in your code.", a.column.pos);
+      fail(
+          264,
+          "The column name '" + c.name +
+              "' is specified more than once in the SET clause or column list of an INSERT. A "
+              "column cannot be assigned more than one value in the same clause. Modify the clause to make sure that a "
+              "column is updated only once. If this statement updates or inserts columns into a view, column aliasing "
+              "can "
+              "conceal the duplication in your code.",
+          a.column.pos);
     u->columns.push_back(n);
     auto v = isDefaultWord(*a.value) ? defaultOf(b, c) : b.convertTo(b.value(*a.value, scope), c.type, true);
     subqueries = subqueries || hasSelect(*v);

@@ -287,7 +287,8 @@ public:
     const SqlType a = decimalOf(*l), c = decimalOf(*r), t = decimalResult(op, a, c);
     if (op == ast::BinaryOp::divide)  // the decimals of a quotient hang on the digits of both sides
       for (const auto* e : {l.get(), r.get()})
-        if (e->op == BoundOp::slot && b_.out_.slots[static_cast<std::size_t>(e->slotIndex)].source == Slot::Source::literal)
+        if (e->op == BoundOp::slot &&
+            b_.out_.slots[static_cast<std::size_t>(e->slotIndex)].source == Slot::Source::literal)
           b_.pin(b_.out_.slots[static_cast<std::size_t>(e->slotIndex)].ordinal);
     l = b_.convertTo(std::move(l), a);
     r = b_.convertTo(std::move(r), c);

@@ -37,8 +37,10 @@ public:
       order.position = positionOf(*o.expr);
       if (order.position < 0) {
         if (s.next)
-          fail(104, "ORDER BY items must appear in the select list if the statement contains a UNION, INTERSECT or EXCEPT "
-                    "operator.", o.expr->pos);
+          fail(104,
+               "ORDER BY items must appear in the select list if the statement contains a UNION, INTERSECT or EXCEPT "
+               "operator.",
+               o.expr->pos);
         order.expr = b_.value(*o.expr, scope_);
         if (out_.distinct) order.position = itemLike(*order.expr, o.expr->pos);
         if (order.position >= 0) order.expr = nullptr;
@@ -99,10 +101,11 @@ private:
         out_.items.push_back({b_.columnOf(*leaf, static_cast<int>(i), star.pos), leaf->columns[i].name, true});
     }
     if (any) return;
-    if (star.qualifier.parts.empty())
-      fail(263, "Must specify table to select from.", star.pos);
-    fail(107, "The column prefix '" + star.qualifier.last() +
-                  "' does not match with a table name or alias name used in the query.", star.pos, 15);
+    if (star.qualifier.parts.empty()) fail(263, "Must specify table to select from.", star.pos);
+    fail(107,
+         "The column prefix '" + star.qualifier.last() +
+             "' does not match with a table name or alias name used in the query.",
+         star.pos, 15);
   }
 
   bool qualifies(const ast::Name& q, const BoundSource& s) const {
@@ -138,8 +141,10 @@ private:
       b_.pin(ordinal);
       const auto n = std::get<std::int64_t>(v.value);
       if (n < 1 || n > static_cast<std::int64_t>(out_.items.size()))
-        fail(108, "The ORDER BY position number " + std::to_string(n) +
-                      " is out of range of the number of items in the select list.", e.pos);
+        fail(108,
+             "The ORDER BY position number " + std::to_string(n) +
+                 " is out of range of the number of items in the select list.",
+             e.pos);
       return static_cast<int>(n - 1);
     }
     if (e.kind != ExprKind::column) return -1;
@@ -172,8 +177,10 @@ private:
       for (const auto* leaf : scope_.leaves)
         if (leaf->id == e.source) table = leaf->exposedName;
       const std::string column = columnName(e);
-      fail(number, "Column '" + table + "." + column + "' is invalid in " + where +
-                       " because it is not contained in either an aggregate function or the GROUP BY clause.", e.pos);
+      fail(number,
+           "Column '" + table + "." + column + "' is invalid in " + where +
+               " because it is not contained in either an aggregate function or the GROUP BY clause.",
+           e.pos);
     }
     for (const auto& a : e.args) check(*a, number, where, "");
   }
@@ -257,11 +264,13 @@ void Binder::sources(const std::vector<ast::SourcePtr>& from, BoundSelect& out, 
   for (std::size_t i = 0; i < scope.leaves.size(); ++i)
     for (std::size_t k = i + 1; k < scope.leaves.size(); ++k) {
       const auto &a = *scope.leaves[i], &b = *scope.leaves[k];
-      const bool sameObject = !a.hasAlias && !b.hasAlias && a.table && b.table && !sameName(a.table->database, b.table->database);
+      const bool sameObject =
+          !a.hasAlias && !b.hasAlias && a.table && b.table && !sameName(a.table->database, b.table->database);
       if (sameName(a.exposedName, b.exposedName) && !sameObject)
         fail(a.hasAlias || b.hasAlias ? 1011 : 1013,
              "The objects \"" + a.exposedName + "\" and \"" + b.exposedName +
-                 "\" in the FROM clause have the same exposed names. Use correlation names to distinguish them.", {});
+                 "\" in the FROM clause have the same exposed names. Use correlation names to distinguish them.",
+             {});
     }
 }
 
@@ -285,8 +294,10 @@ std::unique_ptr<BoundSelect> Binder::select(const ast::Select& s, Scope* outer) 
   out->next = select(*s.next, outer);
   out->singleRow = false;
   if (out->items.size() != out->next->items.size())
-    fail(205, "All queries combined using a UNION, INTERSECT or EXCEPT operator must have an equal number of expressions in "
-              "their target lists.", s.pos);
+    fail(205,
+         "All queries combined using a UNION, INTERSECT or EXCEPT operator must have an equal number of expressions in "
+         "their target lists.",
+         s.pos);
   for (std::size_t i = 0; i < out->items.size(); ++i) {
     auto& a = out->items[i].expr;
     const SqlType t = common(a->type, out->next->items[i].expr->type, s.pos);

@@ -52,7 +52,8 @@ public:
   BoundPtr slotFor(const Slot& slot, bool nullable, SourcePos pos);
   BoundPtr constant(std::int64_t number) const;
   BoundPtr call(std::string name, SqlType type, SourcePos pos) const;
-  template <class... A> BoundPtr call(std::string name, SqlType type, SourcePos pos, A... args) const {
+  template <class... A>
+  BoundPtr call(std::string name, SqlType type, SourcePos pos, A... args) const {
     auto e = call(std::move(name), type, pos);
     (e->args.push_back(std::move(args)), ...);
     return e;

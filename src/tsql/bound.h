@@ -25,7 +25,7 @@ struct Slot {
   SqlType constantType;  // type of the constant, or of the literal when the statement was bound
   SqlType type;          // what the statement expects; kind null means: as it comes
   bool store = false;    // an assignment: a text too long is a failure
-  bool negate = false;     // a minus stood before the number
+  bool negate = false;   // a minus stood before the number
   int style = 0;
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "tsql/ascii.h"
 #include "tsql/calendar.h"
 #include "tsql/conversion.h"
 
@@ -29,6 +30,20 @@ Range rangeOf(TypeKind k) {
       return {INT32_MIN, INT32_MAX};  // units of 1/10000
     default:
       return {INT64_MIN, INT64_MAX};
+  }
+}
+
+int bytesOf(TypeKind k) {
+  switch (k) {
+    case TypeKind::bit:
+    case TypeKind::tinyint:
+      return 1;
+    case TypeKind::smallint:
+      return 2;
+    case TypeKind::integer:
+      return 4;
+    default:
+      return 8;
   }
 }
 
@@ -62,18 +77,12 @@ Datum ranged(Int128 value, TypeKind to, bool fromExact) {
   }
 }
 
-bool sameWord(std::string_view text, std::string_view lowerWord) {
-  return text.size() == lowerWord.size() && std::equal(text.begin(), text.end(), lowerWord.begin(), [](char a, char b) {
-           return (a >= 'A' && a <= 'Z' ? a - 'A' + 'a' : a) == b;
-         });
-}
-
 Datum textToBit(const Source& from) {
   std::string_view text = from.text();
   while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
   while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
-  if (sameWord(text, "true")) return std::int64_t{1};
-  if (sameWord(text, "false")) return std::int64_t{0};
+  if (isSpelled(text, "true")) return std::int64_t{1};
+  if (isSpelled(text, "false")) return std::int64_t{0};
   const auto number = readInteger(text);
   if (number.status == ReadStatus::syntax) throwTextToInteger(from, TypeKind::bit);
   return std::int64_t{number.status == ReadStatus::overflow || number.value != 0};
@@ -139,12 +148,7 @@ Datum toExactInteger(const Source& from, TypeKind to) {
     return ranged(to == TypeKind::bit ? ticks : dayOf(ticks + ticksPerDay / 2), to, true);
   }
   if (isBinary(kind)) {
-    const int width = to == TypeKind::bit        ? 1
-                      : to == TypeKind::tinyint  ? 1
-                      : to == TypeKind::smallint ? 2
-                      : to == TypeKind::integer  ? 4
-                                                 : 8;
-    return ranged(integerOfBytes(from.bytes(), width), to, true);
+    return ranged(integerOfBytes(from.bytes(), bytesOf(to)), to, true);
   }
   // bit looks at the whole value; otherwise money is rounded and a decimal is cut.
   if (to == TypeKind::bit) return std::int64_t{from.units() != 0};

@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "tsql/ascii.h"
 #include "tsql/calendar.h"
 #include "tsql/date_text.h"
 
@@ -44,12 +45,9 @@ bool isDigit(char c) {
 bool isLetter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
-char lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
 bool sameWord(std::string_view a, std::string_view b) {
   return a.size() == b.size() &&
-         std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return lower(x) == lower(y); });
+         std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return lowered(x) == lowered(y); });
 }
 
 // 1 to 12, 0 for another word.
@@ -166,7 +164,7 @@ private:
 
   bool takeHalf() {
     if (!isHalf(0)) return true;
-    const bool afternoon = lower(peek()->text[0]) == 'p';
+    const bool afternoon = lowered(peek()->text[0]) == 'p';
     ++at_;
     if (afternoon) {
       if (time_.hour < 12) time_.hour += 12;

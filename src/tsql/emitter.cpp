@@ -13,8 +13,8 @@ constexpr const char* collate = " COLLATE TQ";
 class Emitter {
 public:
   std::string text;
-  bool qualified = true;                      // columns carry their source's name
-  const std::vector<Slot>* fixed = nullptr;   // slots as literals
+  bool qualified = true;                     // columns carry their source's name
+  const std::vector<Slot>* fixed = nullptr;  // slots as literals
 
   void add(std::string_view s) { text += s; }
   void add(std::int64_t n) { text += std::to_string(n); }
@@ -29,16 +29,30 @@ public:
   // ------------------------------------------------------------------------------------------------ expressions
   void expr(const BoundExpr& e) {
     switch (e.op) {
-      case BoundOp::null: add("NULL"); break;
-      case BoundOp::slot: slot(e); break;
-      case BoundOp::integer:
-        if (e.text.empty()) add(e.number);
-        else add("'" + e.text + "'");
+      case BoundOp::null:
+        add("NULL");
         break;
-      case BoundOp::column: column(e); break;
-      case BoundOp::call: call(e); break;
-      case BoundOp::conv: conversion(e, "ts_conv"); break;
-      case BoundOp::store: conversion(e, "ts_store"); break;
+      case BoundOp::slot:
+        slot(e);
+        break;
+      case BoundOp::integer:
+        if (e.text.empty())
+          add(e.number);
+        else
+          add("'" + e.text + "'");
+        break;
+      case BoundOp::column:
+        column(e);
+        break;
+      case BoundOp::call:
+        call(e);
+        break;
+      case BoundOp::conv:
+        conversion(e, "ts_conv");
+        break;
+      case BoundOp::store:
+        conversion(e, "ts_store");
+        break;
       case BoundOp::concat:
         add("(");
         expr(*e.args[0]);
@@ -46,7 +60,9 @@ public:
         expr(*e.args[1]);
         add(")");
         break;
-      case BoundOp::compare: comparison(e); break;
+      case BoundOp::compare:
+        comparison(e);
+        break;
       case BoundOp::and_:
       case BoundOp::or_:
         add("(");
@@ -79,18 +95,29 @@ public:
         select(*e.select, false);
         add("))");
         break;
-      case BoundOp::like: like(e); break;
+      case BoundOp::like:
+        like(e);
+        break;
       case BoundOp::exists:
         add("EXISTS(");
         select(*e.select, false);
         add(")");
         break;
-      case BoundOp::caseWhen: caseWhen(e); break;
-      case BoundOp::scalar: scalar(e); break;
-      case BoundOp::aggregate: aggregate(e); break;
-      case BoundOp::countStar: add("count(*)"); break;
+      case BoundOp::caseWhen:
+        caseWhen(e);
+        break;
+      case BoundOp::scalar:
+        scalar(e);
+        break;
+      case BoundOp::aggregate:
+        aggregate(e);
+        break;
+      case BoundOp::countStar:
+        add("count(*)");
+        break;
       case BoundOp::between:
-      case BoundOp::quantified: throwUnsupported("this condition", e.pos);
+      case BoundOp::quantified:
+        throwUnsupported("this condition", e.pos);
     }
   }
 
@@ -105,8 +132,10 @@ public:
       const Slot& s = (*fixed)[static_cast<std::size_t>(e.slotIndex)];
       Datum v = s.constant;
       if (s.negate) {
-        if (auto* i = std::get_if<std::int64_t>(&v)) v = -*i;
-        else if (auto* d = std::get_if<double>(&v)) v = -*d;
+        if (auto* i = std::get_if<std::int64_t>(&v))
+          v = -*i;
+        else if (auto* d = std::get_if<double>(&v))
+          v = -*d;
       }
       add(sqliteLiteral(convert(v, s.constantType, s.type, s.style, s.store ? ConvertMode::store : ConvertMode::cast)));
       return;
@@ -187,8 +216,10 @@ public:
       add(e.target.pack());
       if (e.op == BoundOp::conv) {
         add(",");
-        if (e.args.size() > 1) expr(*e.args[1]);
-        else add("0");
+        if (e.args.size() > 1)
+          expr(*e.args[1]);
+        else
+          add("0");
       }
       add(")");
     }
@@ -210,7 +241,9 @@ public:
     const auto& x = *e.args[0];
     const bool range = x.baseColumn && isText(x.type.kind) && !e.negated;
     add(e.negated ? "(NOT " : "(");
-    add("ts_like(");
+    // Trailing blanks of the text count only when one side is Unicode.
+    const bool unicode = isUnicode(x.type.kind) || isUnicode(e.args[1]->type.kind);
+    add(unicode ? "ts_like(" : "ts_vlike(");
     list(e.args);
     add(")");
     if (range)
@@ -305,7 +338,8 @@ public:
         add(static_cast<std::int64_t>(s.id));
         break;
       case BoundSource::Kind::join: {
-        static constexpr std::array<const char*, 5> words = {" JOIN ", " LEFT JOIN ", " RIGHT JOIN ", " FULL JOIN ", " JOIN "};
+        static constexpr std::array<const char*, 5> words = {" JOIN ", " LEFT JOIN ", " RIGHT JOIN ", " FULL JOIN ",
+                                                             " JOIN "};
         source(*s.left);
         add(words[static_cast<std::size_t>(s.join)]);
         const bool nested = s.right->kind == BoundSource::Kind::join;
@@ -344,8 +378,10 @@ public:
     add(s.distinct ? "SELECT DISTINCT " : "SELECT ");
     for (std::size_t i = 0; i < s.items.size(); ++i) {
       if (i) add(",");
-      if (s.distinct || inUnion) collated(*s.items[i].expr);
-      else expr(*s.items[i].expr);
+      if (s.distinct || inUnion)
+        collated(*s.items[i].expr);
+      else
+        expr(*s.items[i].expr);
       add(" AS c");
       add(static_cast<std::int64_t>(i));
     }
@@ -375,9 +411,12 @@ public:
       const BoundExpr& e = o.expr ? *o.expr : *s.items[static_cast<std::size_t>(o.position)].expr;
       const bool wide = e.type.kind == TypeKind::decimal && e.type.precision > 18;
       if (wide) add("ts_dkey(");
-      if (o.expr) expr(e);
-      else if (wide) add("c" + std::to_string(o.position));
-      else add(static_cast<std::int64_t>(o.position) + 1);
+      if (o.expr)
+        expr(e);
+      else if (wide)
+        add("c" + std::to_string(o.position));
+      else
+        add(static_cast<std::int64_t>(o.position) + 1);
       if (wide) add(")");
       if (isText(e.type.kind)) add(collate);
       if (o.descending) add(" DESC");
@@ -458,7 +497,8 @@ std::string quoteName(std::string_view name) {
 
 std::string sqliteLiteral(const Datum& value) {
   switch (value.index()) {
-    case 0: return "NULL";
+    case 0:
+      return "NULL";
     case 1: {
       const auto n = std::get<std::int64_t>(value);
       return n == INT64_MIN ? "(-9223372036854775807-1)" : std::to_string(n);
@@ -549,7 +589,8 @@ std::string emitUpdate(const BoundUpdate& update) {
   }
   e.add("UPDATE " + t.storage + " AS u SET ");
   for (std::size_t i = 0; i < update.columns.size(); ++i)
-    e.add((i ? "," : "") + quoteName(t.columns[static_cast<std::size_t>(update.columns[i])].name) + "=q.c" + std::to_string(i));
+    e.add((i ? "," : "") + quoteName(t.columns[static_cast<std::size_t>(update.columns[i])].name) + "=q.c" +
+          std::to_string(i));
   e.add(" FROM (SELECT s" + std::to_string(update.target) + "." + t.rowNumber + " AS r");
   for (std::size_t i = 0; i < update.values.size(); ++i) {
     e.add(",");
@@ -615,7 +656,8 @@ std::string emitDelete(const BoundDelete& del) {
     }
     return std::move(e.text);
   }
-  e.add("DELETE FROM " + t.storage + " WHERE " + t.rowNumber + " IN (SELECT s" + std::to_string(del.target) + "." + t.rowNumber);
+  e.add("DELETE FROM " + t.storage + " WHERE " + t.rowNumber + " IN (SELECT s" + std::to_string(del.target) + "." +
+        t.rowNumber);
   e.fromWhere(*del.rows);
   e.add(")");
   return std::move(e.text);

@@ -45,8 +45,15 @@ TEST(DefaultConditionsTest, TickingOneOfAPairUnticksTheOther) {
 }
 
 TEST(DefaultConditionsTest, TextsAreInTheLanguageOfTheLogin) {
-  EXPECT_NE(conditions({false, "zh-TW"}).find("餘額"), std::string::npos);
-  EXPECT_NE(conditions({false, "en-us"}).find("balance"), std::string::npos);
+  const auto lastText = [](const std::string& language) {
+    const auto xml = xml::newXmlReader();
+    const auto document = xml->NewDocument();
+    EXPECT_TRUE(document->LoadText(conditions({false, language})));
+    return document->Root()->Select("Parameter").back()->Attribute("text").value_or("");
+  };
+  EXPECT_EQ(lastText("zh-CN"), "余额");
+  EXPECT_EQ(lastText("zh-TW"), "餘額");
+  EXPECT_EQ(lastText("en-us"), "balance");
 }
 
 TEST(DefaultConditionsTest, WhatTheDialogDoesNotOfferIsRefused) {

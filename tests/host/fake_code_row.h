@@ -52,6 +52,7 @@ public:
       cells_.emplace_back(name, platform::Value());
     for (int i = 1; i <= 16; ++i) cells_.emplace_back("bcDefine" + std::to_string(i), platform::Value());
   }
+  FakeCodeRow(const FakeCodeRow& other) : Recordset(), cells_(other.cells_) {}
   FakeCodeRow& set(std::string_view name, platform::Value value) {
     for (auto& [n, v] : cells_)
       if (platform::equalsIgnoreCase(n, name)) v = std::move(value);

@@ -36,7 +36,7 @@ protected:
     services->InitServices({}, connectionText("TqData_001_2005", address_), "001", 2006, {}, {});
     return services;
   }
-  void run(const std::string& sql) { desk_.run(sql); }
+  void run(const std::string& sql) { DatabaseDesk(server_, "TqData_001_2005").run(sql); }
   void account(const std::string& code, int year = 2006, const std::string& columns = "",
                const std::string& values = "") {
     run("insert into code(iyear, ccode, ccode_name" + columns + ") values(" + std::to_string(year) + ", N'" + code +
@@ -47,11 +47,6 @@ protected:
   ServerAddress address_ = parseServer("embedded:" + folder_.text());
   std::shared_ptr<embedded::Server> server_ = openServer(address_);
   NewAccount account_;
-  struct Late {
-    Late(const std::shared_ptr<embedded::Server>& server) : server(server) {}
-    void run(const std::string& sql) { DatabaseDesk(server, "TqData_001_2005").run(sql); }
-    std::shared_ptr<embedded::Server> server;
-  } desk_{server_};
   std::shared_ptr<platform::ZwPubCls> services_;
 };
 
