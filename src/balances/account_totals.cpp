@@ -3,6 +3,7 @@
 #include <string>
 
 #include "balances/account_totals_sql.h"
+#include "balances/auxiliary_balance.h"
 #include "balances/roll_up.h"
 #include "core/mdu_jz.h"
 #include "driver/progress.h"
@@ -11,7 +12,6 @@ namespace gljz {
 namespace {
 
 namespace sql = account_totals_sql;
-using platform::AccountOptions;
 using platform::CodeRecord;
 using platform::Recordset;
 
@@ -38,15 +38,6 @@ std::string findTarget(const Recordset& balance, CodeRecord& target) {
   pubCls().GetCodeRecord(newCode, target, {onlyBEnd});
   if (target.bEnd) reportLeftOut(balance, "Orvo.GL.TqGLJZ.00106");
   return {};
-}
-
-// The currency under which the balance goes on, empty for none. With one currency an account it is the account's own,
-// whatever the balance had: a foreign balance that moves to an account without a currency loses its foreign amount.
-std::string effectiveCurrency(const Recordset& balance, const CodeRecord& target, const AccountOptions& options) {
-  if (!options.bMultiCurrency) return target.Cexch_name;
-  const std::string currency = balance.Field("cexch_name").asText();
-  if (currency.empty() && !target.Cexch_name.empty()) return options.cDefaultCurrency;
-  return currency;
 }
 
 void writePeriods(const Recordset& balance, const std::string& newCode, const CodeRecord& target,
@@ -77,7 +68,7 @@ void carry(const Recordset& balance, CodeRecord& target) {
   DoEvents();
   const std::string newCode = findTarget(balance, target);
   if (newCode.empty()) return;
-  writePeriods(balance, newCode, target, effectiveCurrency(balance, target, pubCls().AccountOptions()));
+  writePeriods(balance, newCode, target, effectiveCurrency(balance, target));
 }
 
 }  // namespace

@@ -1,10 +1,22 @@
 #include "core/all_statements.h"
 
 #include "balances/account_totals_sql.h"
+#include "balances/auxiliary_totals_sql.h"
+#include "balances/multi_auxiliary_totals_sql.h"
+#include "balances/opening_row_sql.h"
+#include "balances/reference_records_sql.h"
 #include "balances/roll_up_sql.h"
+#include "balances/user_defined_openings_sql.h"
 #include "core/exec_jz_sql.h"
 #include "core/mdu_jz_sql.h"
+#include "detail/bank_account_sql.h"
+#include "detail/bank_ledger_sql.h"
+#include "detail/bank_statements_sql.h"
+#include "detail/cheque_register_sql.h"
 #include "detail/jz_data_sql.h"
+#include "detail/open_items_sql.h"
+#include "detail/voucher_row_sql.h"
+#include "driver/current_account_checks_sql.h"
 #include "driver/precondition_checks_sql.h"
 
 namespace gljz {
@@ -16,10 +28,22 @@ std::vector<const SqlText*> all_statements() {
   };
   add(mdu_jz_sql::all);
   add(precondition_checks_sql::all);
+  add(current_account_checks_sql::all);
   add(exec_jz_sql::all);
   add(jz_data_sql::all);
   add(account_totals_sql::all);
   add(roll_up_sql::all);
+  add(reference_records_sql::all);
+  add(auxiliary_totals_sql::all);
+  add(multi_auxiliary_totals_sql::all);
+  add(opening_row_sql::all);
+  add(user_defined_openings_sql::all);
+  add(open_items_sql::all);
+  add(voucher_row_sql::all);
+  add(bank_ledger_sql::all);
+  add(bank_account_sql::all);
+  add(bank_statements_sql::all);
+  add(cheque_register_sql::all);
   return result;
 }
 

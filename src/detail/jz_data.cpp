@@ -45,14 +45,15 @@ void carryTotals() {
 }
 
 void carryOpenItems() {
+  OpenItemState state;
   run.m_strFuncDesc = "结转函数--结转明细账GL_accvouch";
-  if (run.m_iPersonMode == 2) CarryPersonItems();  // persons know no selection by account
+  if (run.m_iPersonMode == 2) CarryPersonItems(state);  // persons know no selection by account
 
   run.m_strFuncDesc = "结转函数--结转未达客户往来账 ";
-  if (run.m_iCusMode == 2 || run.m_iCusMode == 3) CarryCustomerItems();
+  if (run.m_iCusMode == 2 || run.m_iCusMode == 3) CarryCustomerItems(state);
 
   run.m_strFuncDesc = "结转函数--结转未达供应商往来账 ";
-  if (run.m_iSupMode == 2 || run.m_iSupMode == 3) CarrySupplierItems();
+  if (run.m_iSupMode == 2 || run.m_iSupMode == 3) CarrySupplierItems(state);
 
   advanceFrom(Step::details);
 }

@@ -77,6 +77,15 @@ public:
 
   int State() const override { return session_ ? open : closed; }
   std::unique_ptr<platform::Recordset> Open(const std::string& sql) override { return OpenRecordset(sql, 2); }
+  // Statements have no time limit here; a text longer than its declared size simply finds nothing.
+  std::unique_ptr<platform::Recordset> OpenCommand(const std::string& sql,
+                                                   const std::vector<platform::TextParameter>& parameters,
+                                                   int) override {
+    needOpen();
+    std::vector<platform::Value> values;
+    for (const auto& parameter : parameters) values.emplace_back(parameter.text);
+    return openRecordset(session_, sql, values);
+  }
 
   void BeginTrans() override {
     needOpen();

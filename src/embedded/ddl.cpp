@@ -425,13 +425,7 @@ void Session::Impl::dropTable(const tsql::ast::DropTable& s) {
           n.pos, 11);
     const std::string schema = t->schemaName, storage = t->storage;
     const std::int64_t id = t->id;
-    if (t->identityColumn() >= 0) {
-      const auto ref = identityRef(*t);
-      identityPending.erase(ref);
-      identityRead.erase(ref);
-      const std::lock_guard lock(server->impl().mutex);
-      server->impl().identity.erase(identityRefs[static_cast<std::size_t>(ref)].key);
-    }
+    restartIdentity(*t);
     check([&] {
       atomically([&] {
         dropObject(db.get(), schema, id);
@@ -452,13 +446,7 @@ void Session::Impl::truncate(const tsql::ast::Truncate& s, Running& r) {
       run(db.get(), "DELETE FROM " + t->storage);
       run(db.get(),
           "DELETE FROM " + quoteName(t->schemaName) + "._ts_identity WHERE table_id=" + std::to_string(t->id));
-      if (t->identityColumn() < 0) return;
-      // Counting begins anew.
-      const auto ref = identityRef(*t);
-      identityPending.erase(ref);
-      identityRead.insert(ref);
-      const std::lock_guard lock(server->impl().mutex);
-      server->impl().identity.erase(identityRefs[static_cast<std::size_t>(ref)].key);
+      restartIdentity(*t);
     });
   });
   affected(0, r);

@@ -118,16 +118,12 @@ SqlError Session::Impl::translate(const SqliteFailure& f, const TableDef* table)
   return SqlError(50000, "The statement failed inside the server: " + f.message);
 }
 
-void Session::Impl::check(const std::function<void()>& work, const TableDef* table) {
-  try {
-    work();
-  } catch (const SqliteFailure& f) {
-    if (f.primary() == SQLITE_ERROR && !context.failure &&
-        (f.message.rfind("no such table", 0) == 0 || f.message.rfind("no such column", 0) == 0 ||
-         f.message.find(" has no column named ") != std::string::npos))
-      throw StalePlan{};
-    throw translate(f, table);
-  }
+void Session::Impl::failed(const SqliteFailure& f, const TableDef* table) {
+  if (f.primary() == SQLITE_ERROR && !context.failure &&
+      (f.message.rfind("no such table", 0) == 0 || f.message.rfind("no such column", 0) == 0 ||
+       f.message.find(" has no column named ") != std::string::npos))
+    throw StalePlan{};
+  throw translate(f, table);
 }
 
 platform::Value toValue(tsql::Datum d, const tsql::SqlType& t) {

@@ -116,7 +116,8 @@ std::shared_ptr<Plan> Session::Impl::makePlan(BoundStatement bound, int base) {
     if (p->numbered && !bound.insert->select)
       for (std::size_t i = 0; i < bound.slots.size(); ++i)
         if (bound.slots[i].source == Slot::Source::identity) p->identitySlot = static_cast<int>(i);
-    p->sql = tsql::emitInsert(*bound.insert, p->numbered ? identityRef(*p->table) : -1, p->identitySlot);
+    if (p->numbered) p->identity = identityRef(*p->table);
+    p->sql = tsql::emitInsert(*bound.insert, p->identity, p->identitySlot);
   } else if (bound.update) {
     p->kind = Plan::Kind::update;
     p->table = bound.update->table;
@@ -147,6 +148,11 @@ Datum Session::Impl::slotValue(const Slot& slot, const Running& r, int base) {
         throw tsql::SqlError(8178, "The statement expects a parameter that was not supplied: number " +
                                        std::to_string(slot.ordinal + 1) + ".");
       v = fromValue((*r.parameters)[static_cast<std::size_t>(slot.ordinal)], t);
+      // A number that is exact in its own form needs no conversion.
+      if (v.index() == 1 && slot.type.kind == tsql::TypeKind::integer && t.kind == tsql::TypeKind::bigint) {
+        const auto n = std::get<std::int64_t>(v);
+        if (n >= INT32_MIN && n <= INT32_MAX) return v;
+      }
       break;
     }
     case Slot::Source::variable: {

@@ -121,8 +121,15 @@ protected:
   }
 
   std::size_t index(std::string_view name) const {
-    for (std::size_t i = 0; i < columns_.size(); ++i)
-      if (tsql::sameName(columns_[i].name, name)) return i;
+    // Fields are mostly used in their order: the search begins behind the last one found. Of equal names the first
+    // wins, so a hit counts only when the name is not repeated before it.
+    const std::size_t n = columns_.size();
+    if (hint_ < n && firstOfName_[hint_] && tsql::sameName(columns_[hint_].name, name)) return hint_++;
+    for (std::size_t i = 0; i < n; ++i)
+      if (tsql::sameName(columns_[i].name, name)) {
+        hint_ = i + 1;
+        return i;
+      }
     noField(std::string(name));
   }
 
@@ -134,12 +141,14 @@ protected:
   }
 
   void addRow() {
-    std::vector<Value> values;
-    std::vector<int> columns;
+    auto& values = rowValues_;
+    auto& columns = rowColumns_;
+    values.clear();
+    columns.clear();
     for (std::size_t i = 0; i < set_.size(); ++i) {
       if (!set_[i]) continue;
       columns.push_back(source_.baseColumns[i]);
-      values.push_back(pending_[i]);
+      values.push_back(std::move(pending_[i]));
     }
     auto& impl = session_->impl();
     if (!insert_ || insertColumns_ != columns || !impl.stillHolds(*insert_)) {
@@ -184,18 +193,30 @@ protected:
   std::shared_ptr<Session> session_;
   std::string sql_;
   bool open_ = true;
+  void columnsKnown() {
+    firstOfName_.assign(columns_.size(), true);
+    for (std::size_t i = 1; i < columns_.size(); ++i)
+      for (std::size_t k = 0; k < i; ++k)
+        if (tsql::sameName(columns_[i].name, columns_[k].name)) firstOfName_[i] = false;
+  }
+
   std::vector<ColumnInfo> columns_;
+  std::vector<bool> firstOfName_;
+  mutable std::size_t hint_ = 0;
   SelectCapture source_;
   bool adding_ = false, editing_ = false;
   std::vector<Value> pending_;
   std::vector<bool> set_;
   std::shared_ptr<Plan> insert_;
   std::vector<int> insertColumns_;
+  std::vector<Value> rowValues_;  // kept from row to row for their memory
+  std::vector<int> rowColumns_;
 };
 
 class ClientRows : public Rows {
 public:
-  ClientRows(std::shared_ptr<Session> session, const std::string& sql) : Rows(std::move(session), sql) {
+  ClientRows(std::shared_ptr<Session> session, const std::string& sql, const std::vector<Value>& parameters = {})
+      : Rows(std::move(session), sql) {
     FirstResult first;
     auto& impl = session_->impl();
     struct Restore {
@@ -203,10 +224,11 @@ public:
       ~Restore() { slot = nullptr; }
     } const restore{impl.capture};
     impl.capture = &source_;
-    session_->execute(sql, first);
+    session_->execute(sql, first, parameters);
     if (first.error) raise(*first.error, sql);
     if (!first.any) throw RunTimeError(RunTimeError::objectClosed, "The batch gave no result set: " + sql);
     columns_ = std::move(first.info);
+    columnsKnown();
     rows_ = std::move(first.rows);
   }
 
@@ -278,6 +300,7 @@ public:
     guarded([&] {
       stream_ = std::make_unique<Stream>(session_->impl(), sql);
       columns_ = stream_->columns();
+      columnsKnown();
       source_ = stream_->source();
       fetch();
     });
@@ -382,6 +405,11 @@ std::unique_ptr<platform::Recordset> openRecordset(std::shared_ptr<Session> sess
                                                    platform::CursorLocation location) {
   if (location == platform::CursorLocation::server) return std::make_unique<ServerRows>(std::move(session), sql);
   return std::make_unique<ClientRows>(std::move(session), sql);
+}
+
+std::unique_ptr<platform::Recordset> openRecordset(std::shared_ptr<Session> session, const std::string& sql,
+                                                   const std::vector<Value>& parameters) {
+  return std::make_unique<ClientRows>(std::move(session), sql, parameters);
 }
 
 }  // namespace embedded

@@ -15,6 +15,9 @@ namespace embedded {
 // Runs a batch and keeps its first result set. Throws platform::RunTimeError.
 std::unique_ptr<platform::Recordset> openRecordset(std::shared_ptr<Session> session, const std::string& sql,
                                                    platform::CursorLocation location);
+// The same for a statement with ? in place of arguments; all rows in memory.
+std::unique_ptr<platform::Recordset> openRecordset(std::shared_ptr<Session> session, const std::string& sql,
+                                                   const std::vector<platform::Value>& parameters);
 
 [[noreturn]] void raise(const tsql::SqlError& e, const std::string& statement);
 

@@ -103,11 +103,8 @@ void identCurrent(sqlite3_context* c, int, sqlite3_value** v) {
     sqlite3_result_null(c);
     const auto* t = s.table(n);
     if (!t || t->identityColumn() < 0) return;
-    const auto ref = s.identityRef(*t);
-    const std::lock_guard lock(s.server->impl().mutex);
-    const auto it = s.server->impl().identity.find(s.identityRefs[static_cast<std::size_t>(ref)].key);
-    sqlite3_result_int64(
-        c, it == s.server->impl().identity.end() ? s.identityRefs[static_cast<std::size_t>(ref)].seed : it->second);
+    const auto last = s.currentIdentity(*t);
+    sqlite3_result_int64(c, last.value_or(t->columns[static_cast<std::size_t>(t->identityColumn())].identity->seed));
   });
 }
 

@@ -28,14 +28,19 @@
 
 namespace embedded {
 
+struct IdentityCounter {
+  std::mutex mutex;
+  std::optional<std::int64_t> last;
+};
+
 struct Server::Impl {
   std::string folder;
   int timeout = 5000;
   std::function<std::int64_t()> clock;
-  std::mutex mutex;  // guards identity
+  std::mutex mutex;  // guards the map, not the counters
   // The last number given in each table with an identity column, by "db.tableid": numbers are not used twice, not even
   // after a failure or a rollback.
-  std::map<std::string, std::int64_t> identity;
+  std::map<std::string, std::shared_ptr<IdentityCounter>> identity;
 
   std::string fileOf(const std::string& database) const;
   std::optional<std::string> find(std::string_view database) const;  // the name as spelled
@@ -55,6 +60,7 @@ struct Plan {
   bool hiddenRow = false;                 // a last column holds the row number of `table`
   std::vector<int> baseColumns;           // of `table`, per result column; -1 for an expression
   bool numbered = false;                  // the server gives the identity number
+  std::int64_t identity = -1;             // index of the IdentityRef
   int identitySlot = -1;                  // single row: the slot that takes it
   std::string selectionSql;               // an update of key columns the slow way
   bool temporary = false;                 // reads or writes # tables
@@ -102,9 +108,12 @@ struct ProcedureText {
 
 struct IdentityRef {
   std::string key;
+  std::shared_ptr<IdentityCounter> counter;
   std::int64_t id = 0;
   std::string schemaName;
   std::int64_t seed = 1, increment = 1;
+  bool read = false;     // the stored number was read in this transaction
+  bool pending = false;  // a number was given that is not stored yet
 };
 
 class Stream;
@@ -236,14 +245,15 @@ struct Session::Impl : tsql::Catalog {
   void beforeWrite();
   // Runs `work` so that it happens whole or not at all, inside the open transaction or in one of its own.
   void atomically(const std::function<void()>& work);
-  std::int64_t nextIdentity(const tsql::TableDef& t);
   std::int64_t nextIdentity(std::int64_t ref);
   void identityGiven(const tsql::TableDef& t, std::int64_t number);
   void flushIdentities();
+  void forgetIdentities();
+  void readIdentity(IdentityRef& ref);
+  void restartIdentity(const tsql::TableDef& t);
+  std::optional<std::int64_t> currentIdentity(const tsql::TableDef& t);
   std::int64_t identityRef(const tsql::TableDef& t);
   std::vector<IdentityRef> identityRefs;
-  std::set<std::int64_t> identityRead;     // refs whose stored number was read in this transaction
-  std::set<std::int64_t> identityPending;  // refs whose number is not stored yet
   std::optional<std::int64_t> lastIdentity, scopeIdentity;
   std::string identityInsert;    // "db.table", lower case
   std::vector<Stream*> streams;  // open streams that read through this connection
@@ -251,7 +261,16 @@ struct Session::Impl : tsql::Catalog {
 
   // ---- failures (failures.cpp)
   tsql::SqlError translate(const SqliteFailure& f, const tsql::TableDef* table);
-  void check(const std::function<void()>& work, const tsql::TableDef* table = nullptr);
+  [[noreturn]] void failed(const SqliteFailure& f, const tsql::TableDef* table);
+  // Runs `work`; SQLite's failures leave it in the server's words.
+  template <class Work>
+  void check(Work&& work, const tsql::TableDef* table = nullptr) {
+    try {
+      work();
+    } catch (const SqliteFailure& f) {
+      failed(f, table);
+    }
+  }
 };
 
 // A cell of a result set as the platform's value.

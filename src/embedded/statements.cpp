@@ -118,7 +118,7 @@ std::int64_t Session::Impl::change(Plan& p, const Running& r, int base) {
   std::int64_t count = 0;
   const auto step = [&] {
     if (p.identitySlot >= 0) {
-      values[static_cast<std::size_t>(p.identitySlot)] = nextIdentity(*p.table);
+      values[static_cast<std::size_t>(p.identitySlot)] = nextIdentity(p.identity);
       p.prepared.bind(p.identitySlot + 1, values[static_cast<std::size_t>(p.identitySlot)]);
     }
     const ResetGuard guard(p.prepared);

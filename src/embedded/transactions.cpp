@@ -1,4 +1,4 @@
-// Transactions and identity numbers.
+// Transactions.
 
 #include "embedded/session_impl.h"
 #include "embedded/stream.h"
@@ -28,7 +28,7 @@ void Session::Impl::commit() {
   }
   begun = false;
   changedSchemas.clear();
-  identityRead.clear();
+  forgetIdentities();
 }
 
 void Session::Impl::rollback() {
@@ -38,7 +38,7 @@ void Session::Impl::rollback() {
   if (!begun) return;
   drainStreams();
   begun = false;
-  identityRead.clear();
+  forgetIdentities();
   check([&] {
     if (!sqlite3_get_autocommit(db.get())) run(db.get(), "ROLLBACK");
   });
@@ -86,83 +86,10 @@ void Session::Impl::atomically(const std::function<void()>& work) {
     run(db.get(), "COMMIT");
   } catch (...) {
     if (!sqlite3_get_autocommit(db.get())) run(db.get(), "ROLLBACK");
-    identityRead.clear();
+    forgetIdentities();
     throw;
   }
-  identityRead.clear();
-}
-
-std::int64_t Session::Impl::identityRef(const TableDef& t) {
-  const std::string key = lowerName(t.database) + "." + std::to_string(t.id) +
-                          (t.temporary ? "@" + std::to_string(reinterpret_cast<std::uintptr_t>(this)) : "");
-  const int column = t.identityColumn();
-  for (std::size_t i = 0; i < identityRefs.size(); ++i)
-    if (identityRefs[i].key == key) return static_cast<std::int64_t>(i);
-  const auto clause = *t.columns[static_cast<std::size_t>(column)].identity;
-  identityRefs.push_back({key, t.id, t.schemaName, clause.seed, clause.increment});
-  return static_cast<std::int64_t>(identityRefs.size()) - 1;
-}
-
-std::int64_t Session::Impl::nextIdentity(const TableDef& t) {
-  return nextIdentity(identityRef(t));
-}
-
-std::int64_t Session::Impl::nextIdentity(std::int64_t ref) {
-  const auto index = static_cast<std::size_t>(ref);
-  if (!identityRead.contains(ref)) {
-    // The first number of a transaction: the store may know of numbers that another process gave.
-    PreparedStatement s(
-        db.get(), "SELECT last FROM " + quoteName(identityRefs[index].schemaName) + "._ts_identity WHERE table_id=?");
-    const tsql::Datum id = identityRefs[index].id;
-    s.bind(1, id);
-    const bool stored = s.step();
-    const std::int64_t last = stored ? s.integer(0) : 0;
-    s = {};
-    const std::lock_guard lock(server->impl().mutex);
-    auto& known = server->impl().identity;
-    const auto it = known.find(identityRefs[index].key);
-    const std::int64_t increment = identityRefs[index].increment;
-    if (stored && (it == known.end() || (increment > 0 ? it->second < last : it->second > last)))
-      known[identityRefs[index].key] = last;
-    identityRead.insert(ref);
-  }
-  identityPending.insert(ref);
-  const std::lock_guard lock(server->impl().mutex);
-  auto& known = server->impl().identity;
-  const auto [it, first] = known.try_emplace(identityRefs[index].key, identityRefs[index].seed);
-  if (!first) it->second += identityRefs[index].increment;
-  lastIdentity = scopeIdentity = it->second;
-  return it->second;
-}
-
-// A number that the statement gave itself: counting goes on behind the largest.
-void Session::Impl::identityGiven(const TableDef& t, std::int64_t number) {
-  const std::int64_t ref = identityRef(t);
-  const auto index = static_cast<std::size_t>(ref);
-  identityPending.insert(ref);
-  const std::lock_guard lock(server->impl().mutex);
-  const auto [it, first] = server->impl().identity.try_emplace(identityRefs[index].key, number);
-  if (!first && (identityRefs[index].increment > 0 ? it->second < number : it->second > number)) it->second = number;
-  lastIdentity = scopeIdentity = number;
-}
-
-void Session::Impl::flushIdentities() {
-  for (const auto ref : identityPending) {
-    const auto& r = identityRefs[static_cast<std::size_t>(ref)];
-    std::int64_t last = 0;
-    {
-      const std::lock_guard lock(server->impl().mutex);
-      last = server->impl().identity[r.key];
-    }
-    PreparedStatement s(db.get(),
-                        "INSERT INTO " + quoteName(r.schemaName) +
-                            "._ts_identity(table_id,last) VALUES(?1,?2) ON CONFLICT(table_id) DO UPDATE SET last=?2");
-    const tsql::Datum id = r.id, number = last;
-    s.bind(1, id);
-    s.bind(2, number);
-    s.step();
-  }
-  identityPending.clear();
+  forgetIdentities();
 }
 
 void Session::Impl::drainStreams() {

@@ -2,29 +2,22 @@
 
 #include <utility>
 
+#include "host/clearing_component.h"
+
 namespace host {
 namespace {
 
 using platform::Component;
 using platform::RunTimeError;
-using platform::Value;
 
 constexpr const char* clearing = "OrvoGLWLClear.clsInterface";
-
-class NoClearing final : public Component {
-public:
-  Value Call(const std::string&, std::vector<Argument>&) override { return {}; }
-};
 
 class Components final : public platform::ComponentFactory {
 public:
   explicit Components(std::shared_ptr<Journal> journal) : journal_(std::move(journal)) {}
 
   std::shared_ptr<Component> Create(const std::string& programId) override {
-    if (platform::equalsIgnoreCase(programId, clearing)) {
-      journal_->note("component " + programId + " is not installed; nothing was cleared automatically");
-      return std::make_shared<NoClearing>();
-    }
+    if (platform::equalsIgnoreCase(programId, clearing)) return makeClearingComponent(journal_);
     journal_->note("component " + programId + " is not installed");
     const RunTimeError failure(RunTimeError::cannotCreate, "Component cannot be created: " + programId);
     journal_->expected(failure);

@@ -8,9 +8,8 @@
 
 namespace host {
 
-// None is installed: each creation is RunTimeError 429 and a note in the journal, which is not counted as a failure of
-// the run. The clearing component alone is answered by an object that clears nothing, so that a run that asks for
-// automatic clearing goes on without it; that is a note as well.
+// The clearing of current accounts is this host's own (clearing_component.h). No other component is installed: each
+// creation is RunTimeError 429 and a note in the journal, which is not counted as a failure of the run.
 std::shared_ptr<platform::ComponentFactory> makeComponents(std::shared_ptr<Journal> journal);
 
 }  // namespace host

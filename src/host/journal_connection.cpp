@@ -85,6 +85,8 @@ public:
   explicit JournalRawConnection(JournalConnection& owner) : owner_(owner) {}
   int State() const override;
   std::unique_ptr<Recordset> Open(const std::string& sql) override;
+  std::unique_ptr<Recordset> OpenCommand(const std::string& sql, const std::vector<platform::TextParameter>& parameters,
+                                         int timeoutSeconds) override;
 
 private:
   JournalConnection& owner_;
@@ -174,6 +176,12 @@ int JournalRawConnection::State() const {
 }
 std::unique_ptr<Recordset> JournalRawConnection::Open(const std::string& sql) {
   return owner_.open(sql, [&] { return owner_.inner().RawConnection().Open(sql); });
+}
+std::unique_ptr<Recordset> JournalRawConnection::OpenCommand(const std::string& sql,
+                                                             const std::vector<platform::TextParameter>& parameters,
+                                                             int timeoutSeconds) {
+  return owner_.open(
+      sql, [&] { return owner_.inner().RawConnection().OpenCommand(sql, parameters, timeoutSeconds); });
 }
 
 }  // namespace

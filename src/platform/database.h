@@ -12,6 +12,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/value.h"
 
@@ -53,6 +54,12 @@ public:
   virtual void Close() = 0;  // closing twice is harmless
 };
 
+// One argument of a command: a text, and the size in characters that it is declared with.
+struct TextParameter {
+  std::string text;
+  int size = 0;
+};
+
 // The underlying database connection that a Connection wraps.
 class RawConnection {
 public:
@@ -60,6 +67,9 @@ public:
   virtual ~RawConnection() = default;
   virtual int State() const = 0;
   virtual std::unique_ptr<Recordset> Open(const std::string& sql) = 0;
+  // A statement with ? in place of its arguments, in their order. timeoutSeconds: how long the server may take for it.
+  virtual std::unique_ptr<Recordset> OpenCommand(const std::string& sql, const std::vector<TextParameter>& parameters,
+                                                 int timeoutSeconds) = 0;
 };
 
 class Connection {

@@ -21,6 +21,8 @@ public:
   explicit SpyRawConnection(SpyConnection& owner) : owner_(owner) {}
   int State() const override;
   std::unique_ptr<Recordset> Open(const std::string& sql) override;
+  std::unique_ptr<Recordset> OpenCommand(const std::string& sql, const std::vector<platform::TextParameter>& parameters,
+                                         int timeoutSeconds) override;
 
 private:
   SpyConnection& owner_;
@@ -86,6 +88,12 @@ int SpyRawConnection::State() const {
 std::unique_ptr<Recordset> SpyRawConnection::Open(const std::string& sql) {
   owner_.note(sql);
   return owner_.innerRaw().Open(sql);
+}
+std::unique_ptr<Recordset> SpyRawConnection::OpenCommand(const std::string& sql,
+                                                         const std::vector<platform::TextParameter>& parameters,
+                                                         int timeoutSeconds) {
+  owner_.note(sql);
+  return owner_.innerRaw().OpenCommand(sql, parameters, timeoutSeconds);
 }
 
 }  // namespace
