@@ -548,9 +548,7 @@ void Session::Impl::dropDatabase(const tsql::ast::DropDatabase& s) {
   if (tranCount > 0)
     throw SqlError(226, "DROP DATABASE statement not allowed within multi-statement transaction.", s.pos);
   if (const auto it = attached.find(*name); it != attached.end()) {
-    batches.clear();
-    planSets.clear();
-    procedures.clear();
+    forgetPlans();
     check([&] { embedded::run(db.get(), "DETACH " + quoteName(it->second.schemaName)); });
     attached.erase(it);
   }

@@ -121,15 +121,10 @@ protected:
   }
 
   std::size_t index(std::string_view name) const {
-    // Fields are mostly used in their order: the search begins behind the last one found. Of equal names the first
-    // wins, so a hit counts only when the name is not repeated before it.
-    const std::size_t n = columns_.size();
-    if (hint_ < n && firstOfName_[hint_] && tsql::sameName(columns_[hint_].name, name)) return hint_++;
-    for (std::size_t i = 0; i < n; ++i)
-      if (tsql::sameName(columns_[i].name, name)) {
-        hint_ = i + 1;
-        return i;
-      }
+    for (std::size_t at = hashOf(name) & (names_.size() - 1); names_[at] >= 0; at = (at + 1) & (names_.size() - 1)) {
+      const auto column = static_cast<std::size_t>(names_[at]);
+      if (tsql::sameName(columns_[column].name, name)) return column;
+    }
     noField(std::string(name));
   }
 
@@ -193,16 +188,26 @@ protected:
   std::shared_ptr<Session> session_;
   std::string sql_;
   bool open_ = true;
+  static std::size_t hashOf(std::string_view name) {
+    std::size_t h = name.size();
+    for (const char c : name) h = h * 31 + (static_cast<unsigned char>(c) | 0x20u);
+    return h;
+  }
+
+  // A table from names to columns with open addressing; of equal names the first wins.
   void columnsKnown() {
-    firstOfName_.assign(columns_.size(), true);
-    for (std::size_t i = 1; i < columns_.size(); ++i)
-      for (std::size_t k = 0; k < i; ++k)
-        if (tsql::sameName(columns_[i].name, columns_[k].name)) firstOfName_[i] = false;
+    std::size_t size = 16;
+    while (size < columns_.size() * 2) size *= 2;
+    names_.assign(size, -1);
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+      std::size_t at = hashOf(columns_[i].name) & (size - 1);
+      while (names_[at] >= 0) at = (at + 1) & (size - 1);
+      names_[at] = static_cast<int>(i);
+    }
   }
 
   std::vector<ColumnInfo> columns_;
-  std::vector<bool> firstOfName_;
-  mutable std::size_t hint_ = 0;
+  std::vector<int> names_;
   SelectCapture source_;
   bool adding_ = false, editing_ = false;
   std::vector<Value> pending_;

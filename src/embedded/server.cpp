@@ -80,6 +80,9 @@ std::shared_ptr<Server> Server::open(const std::string& folder, bool create) {
   const auto canonical = fs::canonical(path, failed).u8string();
   const std::string key(reinterpret_cast<const char*>(canonical.data()), canonical.size());
   const std::lock_guard lock(registryMutex);
+  // SQLite's memory statistics cost a lock at every allocation. It takes the setting only before its first use.
+  static const int statistics = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+  static_cast<void>(statistics);
   auto& known = registry()[key];
   if (auto s = known.lock()) return s;
   auto impl = std::make_unique<Impl>();

@@ -99,6 +99,11 @@ Session::~Session() = default;
 
 Session::Impl::~Impl() {
   // Statements go before the connection that they belong to.
+  forgetPlans();
+}
+
+void Session::Impl::forgetPlans() {
+  templates.clear();
   batches.clear();
   planSets.clear();
   procedures.clear();
@@ -114,6 +119,7 @@ void Session::use(const std::string& database) {
     throw SqlError(
         911, "Could not locate entry in sysdatabases for database '" + database + "'. No entry found with that name.");
   impl_->current = a->name;
+  impl_->templates.clear();
 }
 
 bool Session::inTransaction() const {
@@ -162,7 +168,7 @@ std::string Session::plan(const std::string& statement) {
   return out;
 }
 
-std::shared_ptr<ParsedBatch> Session::Impl::parsed(const TokenStream& tokens) {
+std::shared_ptr<ParsedBatch> Session::Impl::parsed(const TokenStream& tokens, bool& isKnown) {
   std::string key;
   if (cacheOn) {
     key = lowerName(current) + "\n" + tokens.shape();
@@ -173,6 +179,7 @@ std::shared_ptr<ParsedBatch> Session::Impl::parsed(const TokenStream& tokens) {
           const auto& v = tokens.literals[static_cast<std::size_t>(f.first)];
           return v.type == f.second.type && v.value == f.second.value;
         });
+        isKnown = same;
         if (same) return known;
       }
   }
@@ -191,14 +198,41 @@ std::shared_ptr<ParsedBatch> Session::Impl::parsed(const TokenStream& tokens) {
   return p;
 }
 
+std::shared_ptr<BatchTemplate> Session::Impl::knownTemplate(std::string_view text) {
+  if (!cacheOn) return nullptr;
+  for (std::size_t i = 0; i < templates.size(); ++i) {
+    if (!templates[i]->match(text)) continue;
+    // To the front, but not past its neighbour each time: two forms that alternate would only change places.
+    if (i > 1) std::swap(templates[i], templates[i / 2]);
+    return templates[i > 1 ? i / 2 : i];
+  }
+  return nullptr;
+}
+
+void Session::Impl::keepTemplate(TokenStream tokens, std::shared_ptr<ParsedBatch> batch) {
+  constexpr std::size_t most = 24;
+  auto made = std::make_shared<BatchTemplate>(std::move(tokens), std::move(batch));
+  if (!made->usable()) return;
+  if (templates.size() >= most) templates.pop_back();
+  templates.insert(templates.begin() + static_cast<std::ptrdiff_t>(templates.size() / 2), std::move(made));
+}
+
 void Session::Impl::execute(const std::string& text, ResultSink& sink, const std::vector<platform::Value>& parameters) {
   context.failure.reset();
   if (!begun) catalogsStale = true;
   try {
-    const TokenStream tokens = tsql::lex(text);
-    const auto batch = parsed(tokens);
+    if (const auto form = knownTemplate(text)) {
+      const BatchTemplate::Use use(*form);
+      Running r{&form->tokens(), &form->batch(), &sink, &parameters, nullptr, false};
+      runStatements(form->batch().tree.statements, r);
+      return;
+    }
+    TokenStream tokens = tsql::lex(text);
+    bool known = false;
+    const auto batch = parsed(tokens, known);
     Running r{&tokens, batch.get(), &sink, &parameters, nullptr, false};
     runStatements(batch->tree.statements, r);
+    if (known) keepTemplate(std::move(tokens), batch);  // seen before, so it may well come again
   } catch (const SqlError& e) {
     lastError = e.number;
     sink.failure(e);
@@ -315,8 +349,7 @@ void Session::Impl::runOne(const tsql::ast::Statement& s, Running& r) {
       } else if (identityInsert == key) {
         identityInsert.clear();
       }
-      planSets.clear();
-      batches.clear();
+      forgetPlans();
       return;
     }
     case StatementKind::createDatabase:
@@ -331,6 +364,7 @@ void Session::Impl::runOne(const tsql::ast::Statement& s, Running& r) {
                            "'. No entry found with that name.",
                        s.pos);
       current = a->name;
+      templates.clear();
       return;
     }
     case StatementKind::print: {

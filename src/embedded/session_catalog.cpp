@@ -82,7 +82,8 @@ Session::Impl::Attached* Session::Impl::attach(std::string_view database) {
     s.step();
     const std::string q = quoteName(a.schemaName);
     run(db.get(), "PRAGMA " + q + ".journal_mode=WAL");
-    run(db.get(), "PRAGMA " + q + ".synchronous=NORMAL");
+    // Inside a transaction the level cannot be changed; the stricter default then stays.
+    if (sqlite3_get_autocommit(db.get())) run(db.get(), "PRAGMA " + q + ".synchronous=NORMAL");
     run(db.get(), "PRAGMA " + q + ".cache_size=-65536");
     PreparedStatement has(db.get(), "SELECT 1 FROM " + q + ".sqlite_schema WHERE name='_ts_objects'");
     const bool known = has.step();
@@ -111,9 +112,7 @@ void Session::Impl::detachIdle() {
   for (auto& [name, a] : attached)
     if (!tsql::sameName(name, current) && (!oldest || a.used < oldest->used)) oldest = &a;
   if (!oldest) return;
-  batches.clear();
-  planSets.clear();
-  procedures.clear();
+  forgetPlans();
   check([&] { run(db.get(), "DETACH " + quoteName(oldest->schemaName)); });
   attached.erase(attached.find(oldest->name));
 }

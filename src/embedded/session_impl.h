@@ -17,6 +17,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "embedded/batch_template.h"
 #include "embedded/catalog_store.h"
 #include "embedded/functions.h"
 #include "embedded/server.h"
@@ -173,7 +174,8 @@ struct Session::Impl : tsql::Catalog {
 
   // ---- running (session.cpp)
   void execute(const std::string& batch, ResultSink& sink, const std::vector<platform::Value>& parameters);
-  std::shared_ptr<ParsedBatch> parsed(const tsql::TokenStream& tokens);
+  std::shared_ptr<ParsedBatch> parsed(const tsql::TokenStream& tokens, bool& known);
+  void forgetPlans();
   void runStatements(const std::vector<tsql::ast::StatementPtr>& statements, Running& r);
   void runStatement(const tsql::ast::Statement& s, Running& r);
   void runOne(const tsql::ast::Statement& s, Running& r);
@@ -182,6 +184,10 @@ struct Session::Impl : tsql::Catalog {
   SelectCapture* capture = nullptr;
   std::unordered_map<std::string, std::vector<std::shared_ptr<ParsedBatch>>> batches;
   std::unordered_map<std::string, std::shared_ptr<PlanSet>> planSets;
+  // Forms of the batches that ran last, the newest first; of the current database.
+  std::vector<std::shared_ptr<BatchTemplate>> templates;
+  std::shared_ptr<BatchTemplate> knownTemplate(std::string_view text);
+  void keepTemplate(tsql::TokenStream tokens, std::shared_ptr<ParsedBatch> batch);
   std::int64_t rowCount = 0;
   int lastError = 0;
   int nesting = 0;

@@ -1,5 +1,6 @@
 #include "tsql/emitter.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -432,9 +433,28 @@ public:
     }
   }
 
+  static bool hasOuterJoin(const BoundSource& s) {
+    return s.kind == BoundSource::Kind::join &&
+           (s.join != ast::JoinKind::inner || hasOuterJoin(*s.left) || hasOuterJoin(*s.right));
+  }
+
+  // The first item of the selection that is a column of the table; the number of items when none is.
+  static std::size_t firstItemOf(const BoundSelect& s, const BoundSource& table) {
+    std::size_t i = 0;
+    while (i < s.items.size() && !(s.items[i].expr->op == BoundOp::column && s.items[i].expr->source == table.id)) ++i;
+    return i;
+  }
+
+  // Rows come in the order of their row numbers, first by the table that the selection names first: lines that are
+  // selected with something of their account come as they were entered, whatever stands first in the from clause. What
+  // an outer join may leave out never leads.
   void naturalOrder(const BoundSelect& s) {
     std::vector<const BoundSource*> tables;
     for (const auto& f : s.from) leaves(*f, tables);
+    if (std::none_of(s.from.begin(), s.from.end(), [](const auto& f) { return hasOuterJoin(*f); }))
+      std::stable_sort(tables.begin(), tables.end(), [&](const BoundSource* a, const BoundSource* b) {
+        return firstItemOf(s, *a) < firstItemOf(s, *b);
+      });
     for (std::size_t i = 0; i < tables.size(); ++i) {
       add(i ? "," : " ORDER BY ");
       add("s" + std::to_string(tables[i]->id) + "." + tables[i]->table->rowNumber);
