@@ -24,7 +24,7 @@ int runDemo(const Words& words) {
   forward.account = host::demoAccount;
   forward.closingYear = host::demoClosingYear;
   forward.newYear = host::demoNewYear;
-  return runAndReport(a, std::move(forward));
+  return runAndReport(a, std::move(forward), Dialogs::fromOptions);
 }
 
 }  // namespace cli

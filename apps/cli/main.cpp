@@ -26,7 +26,9 @@ constexpr const char* usage =
     "                        [--items N] [--bank N] [--seed K]\n"
     "\n"
     "every command but demo:  --server embedded:DIR   (default embedded:./gljz-data)\n"
-    "demo, transfer, transgl: --params FILE | --check KEY=True|False ...\n"
+    "demo, transfer, transgl: --params FILE | --check KEY=True|False ... with\n"
+    "                         --customer-detail, --supplier-detail, --clear all|none|CODE,CODE;\n"
+    "                         transfer and transgl ask on a terminal when none is given\n"
     "                         --language zh-CN|zh-TW|en-US, --operator NAME, --subsystem GL|GF,\n"
     "                         --today yyyy-mm-dd, --trace FILE, --report FILE.json|FILE.txt,\n"
     "                         --format text|json, --quiet\n";

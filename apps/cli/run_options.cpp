@@ -1,11 +1,14 @@
 #include "run_options.h"
 
 #include <cstdio>
+#include <iostream>
 
+#include "dialog_prompt.h"
 #include "host/run_report.h"
 #include "host/usage_error.h"
 #include "platform/value.h"
 #include "progress.h"
+#include "terminal.h"
 
 namespace cli {
 namespace {
@@ -21,6 +24,12 @@ std::pair<std::string, bool> parseCheck(const std::string& text) {
   return {text.substr(0, equals), isTrue};
 }
 
+std::optional<host::AccountChoice> accountChoice(const Arguments& a, const char* option) {
+  const auto text = a.text(option);
+  if (!text) return std::nullopt;
+  return host::AccountChoice::parse(option, *text);
+}
+
 enum class ReportKind { json, text };
 ReportKind reportKind(const std::string& path) {
   const std::string lower = platform::toLowerAscii(path);
@@ -31,13 +40,15 @@ ReportKind reportKind(const std::string& path) {
 
 void fill(const Arguments& a, host::CarryForwardOptions& forward) {
   if (const auto path = a.text("--params")) {
-    if (a.has("--check")) throw UsageError("--params and --check exclude each other");
+    for (const char* other : {"--check", "--customer-detail", "--supplier-detail", "--clear"})
+      if (a.has(other)) throw UsageError("--params and " + std::string(other) + " exclude each other");
     forward.parameters = readFile(*path);
     if (forward.parameters->empty()) throw UsageError("--params: file " + *path + " is empty");
   }
   for (const std::string& check : a.all("--check")) forward.choices.checks.push_back(parseCheck(check));
-  for (const char* later : {"--customer-detail", "--supplier-detail", "--clear"})
-    if (a.has(later)) throw UsageError(std::string(later) + ": the selection dialogs are not part of this program yet");
+  forward.choices.customerDetail = accountChoice(a, "--customer-detail");
+  forward.choices.supplierDetail = accountChoice(a, "--supplier-detail");
+  forward.choices.clear = accountChoice(a, "--clear");
   forward.language = a.oneOf("--language", {"zh-CN", "zh-TW", "en-US"});
   forward.operatorName = a.text("--operator", "gljz");
   forward.subsystemGF = a.oneOf("--subsystem", {"GL", "GF"}) == "GF";
@@ -77,7 +88,7 @@ void checkRunOptions(const Arguments& a) {
   }
 }
 
-int runAndReport(const Arguments& a, host::CarryForwardOptions forward) {
+int runAndReport(const Arguments& a, host::CarryForwardOptions forward, Dialogs dialogs) {
   fill(a, forward);
   const bool json = a.oneOf("--format", {"text", "json"}) == "json";
   std::optional<OutputFile> report;
@@ -88,6 +99,10 @@ int runAndReport(const Arguments& a, host::CarryForwardOptions forward) {
   }
   const auto progress = makeProgress(a.has("--quiet"));
   forward.progress = progress.get();
+  DialogPrompt prompt(std::cin, std::cerr);
+  if (dialogs == Dialogs::asked && !forward.parameters && !forward.choices.any() && !a.has("--quiet") &&
+      inputIsTerminal() && errorIsTerminal())
+    forward.dialogs = &prompt;
 
   const host::RunResult result = host::carryForward(forward);
   if (json)

@@ -11,6 +11,10 @@ void prepareTerminal() {
   std::signal(SIGPIPE, SIG_IGN);
 }
 
+bool inputIsTerminal() {
+  return isatty(STDIN_FILENO) != 0;
+}
+
 bool errorIsTerminal() {
   return isatty(STDERR_FILENO) != 0;
 }

@@ -31,6 +31,11 @@ void prepareTerminal() {
   _setmode(_fileno(stdin), binaryMode);
 }
 
+bool inputIsTerminal() {
+  DWORD mode = 0;
+  return GetConsoleMode(GetStdHandle(STD_INPUT_HANDLE), &mode) != 0;
+}
+
 bool errorIsTerminal() {
   DWORD mode = 0;
   return GetConsoleMode(errorHandle(), &mode) != 0;

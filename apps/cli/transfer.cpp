@@ -20,7 +20,7 @@ int runTransfer(const Words& words) {
   const Arguments a(words, withRunOptions({{"--server"}, {"--account"}, {"--from"}, {"--to"}}));
   host::CarryForwardOptions forward = years(a);
   forward.account = a.required("--account");
-  return runAndReport(a, std::move(forward));
+  return runAndReport(a, std::move(forward), Dialogs::asked);
 }
 
 int runTransGL(const Words& words) {
@@ -31,7 +31,7 @@ int runTransGL(const Words& words) {
   forward.account = a.text("--account", "");
   forward.closingDatabase = a.required("--from-db");
   forward.newDatabase = a.required("--to-db");
-  return runAndReport(a, std::move(forward));
+  return runAndReport(a, std::move(forward), Dialogs::asked);
 }
 
 }  // namespace cli

@@ -14,6 +14,7 @@ namespace {
 namespace sql = account_totals_sql;
 using platform::CodeRecord;
 using platform::Recordset;
+using platform::Value;
 
 constexpr int onlyBEnd = 29;  // the field of an account that says whether it is last-level
 
@@ -40,49 +41,62 @@ std::string findTarget(const Recordset& balance, CodeRecord& target) {
   return {};
 }
 
-void writePeriods(const Recordset& balance, const std::string& newCode, const CodeRecord& target,
+// Twelve equal rows but for their period: opening and closing are the closing year's end. Columns that are not named
+// keep their defaults; so the foreign amount of an account without a currency, the quantity without a measure unit, and
+// all movements.
+void writePeriods(Recordset& totals, const Recordset& balance, const std::string& newCode, const CodeRecord& target,
                   const std::string& currency) {
-  std::string columns, values;
-  if (!currency.empty()) {
-    columns += sql::foreignColumns();
-    values += sql::foreignValues(numberLiteral(balance.Field("me_f")));
-  }
-  if (!target.cMeasure.empty()) {
-    columns += sql::quantityColumns();
-    values += sql::quantityValues(numberLiteral(balance.Field("ne_s")));
-  }
-  const std::string code = textLiteral(newCode);
-  const std::string exchange = currency.empty() ? "Null" : textLiteral(currency);
-  const std::string direction = textLiteral(balance.Field("cendd_c"));
-  const std::string directionEngl = textLiteral(balance.Field("cendd_c_engl"));
-  const std::string me = numberLiteral(balance.Field("me"));
+  const Value year = yearNumber(run.m_strCurYear);
+  const Value exchange = currency.empty() ? Value() : Value(currency);
+  const Value direction = balance.Field("cendd_c"), directionEngl = balance.Field("cendd_c_engl");
+  const Value me = balance.Field("me"), me_f = balance.Field("me_f"), ne_s = balance.Field("ne_s");
   for (int iPeriod = 1; iPeriod <= 12; ++iPeriod) {
-    newConn().ExecuteSql(
-        sql::insertPeriod(columns, run.m_strCurYear, code, exchange, iPeriod, direction, directionEngl, me, values));
+    totals.AddNew();
+    totals.SetField("iyear", year);
+    totals.SetField("cCode", newCode);
+    totals.SetField("cexch_name", exchange);
+    totals.SetField("iPeriod", iPeriod);
+    totals.SetField("cbegind_c", direction);
+    totals.SetField("cendd_c", direction);
+    totals.SetField("cbegind_c_engl", directionEngl);
+    totals.SetField("cendd_c_engl", directionEngl);
+    totals.SetField("mb", me);
+    totals.SetField("Me", me);
+    if (!currency.empty()) {
+      totals.SetField("mb_f", me_f);
+      totals.SetField("me_f", me_f);
+    }
+    if (!target.cMeasure.empty()) {
+      totals.SetField("nb_s", ne_s);
+      totals.SetField("ne_s", ne_s);
+    }
+    totals.Update();
     DoEvents();
   }
 }
 
-void carry(const Recordset& balance, CodeRecord& target) {
+void carry(Recordset& totals, const Recordset& balance, CodeRecord& target) {
   showProgress("Orvo.GL.TqGLJZ.00099", {balance.Field("ccode")});
   DoEvents();
   const std::string newCode = findTarget(balance, target);
   if (newCode.empty()) return;
-  writePeriods(balance, newCode, target, effectiveCurrency(balance, target));
+  writePeriods(totals, balance, newCode, target, effectiveCurrency(balance, target));
 }
 
 }  // namespace
 
 void JzAccSum() {
   const std::string selection = sql::selectBalances(run.m_strLastYear);
-  auto balances = lastConn().OpenRecordset(selection, 2);
+  auto balances = lastConn().OpenRecordset(selection, 2, platform::CursorLocation::server);
   run.m_strLastSql = selection;
   newConn().ExecuteSql(sql::deleteYear(run.m_strCurYear));
+  auto totals = newConn().OpenRecordset(sql::openTarget(run.m_strCurYear), 2);
   if (run.m_bManual) SetupImbalanceGrid(4);
 
   CodeRecord target;
-  for (; !balances->Eof(); balances->MoveNext()) carry(*balances, target);
+  for (; !balances->Eof(); balances->MoveNext()) carry(*totals, *balances, target);
   balances->Close();
+  totals->Close();
 
   RollUpAccSum(newConn(), yearNumber(run.m_strCurYear));
 }

@@ -20,29 +20,10 @@ inline constexpr Sql selectBalances{
 // new year: everything that stands for the year goes, parents included
 inline constexpr Sql deleteYear{"account_totals.delete_year", "delete from gl_accsum where iyear={curYear}", "curYear"};
 
-// new year: one period of one account. The columns of foreign amount and quantity are named only where they apply, so
-// that they keep their defaults elsewhere; the movement columns always do.
-inline constexpr Sql insertPeriod{
-    "account_totals.insert_period",
-    "insert into gl_accsum(iyear,cCode,cexch_name,iPeriod,cbegind_c,cbegind_c_engl,cendd_c,cendd_c_engl,mb,Me"
-    "{moreColumns}) Values({curYear},{ccode},{cexch_name},{iPeriod},{cendd_c},{cendd_c_engl},{cendd_c},{cendd_c_engl},"
-    "{me},{me}{moreValues})",
-    "moreColumns",
-    "curYear",
-    "ccode",
-    "cexch_name",
-    "iPeriod",
-    "cendd_c",
-    "cendd_c_engl",
-    "me",
-    "moreValues"};
+// new year: where the rows are added
+inline constexpr Sql openTarget{"account_totals.open_target",
+                                "select * from gl_accsum where iyear={curYear} order by ccode,iperiod", "curYear"};
 
-// fragments of insertPeriod
-inline constexpr Sql foreignColumns{"account_totals.foreign_columns", ",mb_f,me_f"};
-inline constexpr Sql foreignValues{"account_totals.foreign_values", ",{me_f},{me_f}", "me_f"};
-inline constexpr Sql quantityColumns{"account_totals.quantity_columns", ",nb_s,ne_s"};
-inline constexpr Sql quantityValues{"account_totals.quantity_values", ",{ne_s},{ne_s}", "ne_s"};
-
-inline constexpr const SqlText* all[] = {&selectBalances, &deleteYear, &insertPeriod};
+inline constexpr const SqlText* all[] = {&selectBalances, &deleteYear, &openTarget};
 
 }  // namespace gljz::account_totals_sql

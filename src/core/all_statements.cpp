@@ -16,8 +16,16 @@
 #include "detail/jz_data_sql.h"
 #include "detail/open_items_sql.h"
 #include "detail/voucher_row_sql.h"
+#include "dialogs/frm_sy_km_sel_sql.h"
+#include "dialogs/frm_ye_mx_sel_sql.h"
 #include "driver/current_account_checks_sql.h"
 #include "driver/precondition_checks_sql.h"
+#include "driver/small_stages_sql.h"
+#include "settings/models_sql.h"
+#include "settings/other_tables_sql.h"
+#include "settings/transfer_definitions_sql.h"
+#include "settings/view_items_sql.h"
+#include "verify/opening_balance_sql.h"
 
 namespace gljz {
 
@@ -31,6 +39,9 @@ std::vector<const SqlText*> all_statements() {
   add(current_account_checks_sql::all);
   add(exec_jz_sql::all);
   add(jz_data_sql::all);
+  add(view_items_sql::all);
+  add(models_sql::all);
+  add(small_stages_sql::all);
   add(account_totals_sql::all);
   add(roll_up_sql::all);
   add(reference_records_sql::all);
@@ -44,6 +55,11 @@ std::vector<const SqlText*> all_statements() {
   add(bank_account_sql::all);
   add(bank_statements_sql::all);
   add(cheque_register_sql::all);
+  add(other_tables_sql::all);
+  add(transfer_definitions_sql::all);
+  add(opening_balance_sql::all);
+  add(frm_ye_mx_sel_sql::all);
+  add(frm_sy_km_sel_sql::all);
   return result;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
-// What the three steps of the bank stage share: the account of the new year that takes a line, and what the closing year
-// knows of an account.
+// What the three steps of the bank stage share: the account of the new year that takes a line, and what the closing
+// year knows of an account.
 
 #include <memory>
 #include <string>
@@ -28,7 +28,7 @@ public:
   void lineWritten() { writtenCode_ = code_; }
 
   // Of the line that was found last:
-  bool changed() const { return code_ != writtenCode_; }       // its account is not that of the line written last
+  bool changed() const { return code_ != writtenCode_; }          // its account is not that of the line written last
   const platform::CodeRecord& record() const { return record_; }  // the new year's account
   const std::string& currency() const { return currency_; }       // empty for none
   bool inForeignCurrency() const;                                 // neither none nor the main one

@@ -34,8 +34,7 @@ std::string bankFilter() {
 
 // Stays in the closing year for good, outside the transaction when that year has a database of its own.
 void markBalances() {
-  lastConn().ExecuteSql(
-      sql::insertMarkers(run.m_strLastYear, platform::surroundings().today().text(), bankFilter()));
+  lastConn().ExecuteSql(sql::insertMarkers(run.m_strLastYear, platform::surroundings().today().text(), bankFilter()));
 }
 
 CursorLocation cursorForLines() {

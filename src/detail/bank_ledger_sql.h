@@ -47,10 +47,9 @@ inline constexpr Sql selectLines{
     "lastYear", "bankFilter"};
 
 // new year, once an account: its reconciliation begins with the year and ends as in the closing year
-inline constexpr Sql updateBegin{
-    "bank_ledger.update_begin",
-    "update code set dbegin='{startDate}' where iyear={curYear}   and  ccode='{ccode}'", "startDate", "curYear",
-    "ccode"};
+inline constexpr Sql updateBegin{"bank_ledger.update_begin",
+                                 "update code set dbegin='{startDate}' where iyear={curYear}   and  ccode='{ccode}'",
+                                 "startDate", "curYear", "ccode"};
 inline constexpr Sql updateEnd{
     "bank_ledger.update_end",
     "update code set dend=b.dend from code inner join code b on code.ccode=b.ccode where code.ccode='{ccode}' and "
@@ -62,7 +61,11 @@ inline constexpr Sql sumMovement{
     "bank_ledger.sum_movement",
     "select sum(md{f}) as zd1, sum(mc{f}) as zd2 from GL_AccVouch where iyear={lastYear}  and ccode= '{ccode}' and "
     "iperiod<>20 and iperiod<>21 and dbill_date>='{dbegin}' and gl_accvouch.iflag is null {currency}",
-    "f", "lastYear", "ccode", "dbegin", "currency"};
+    "f",
+    "lastYear",
+    "ccode",
+    "dbegin",
+    "currency"};
 
 // new year: one line
 inline constexpr Sql insertLine{

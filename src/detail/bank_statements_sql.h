@@ -20,15 +20,16 @@ inline constexpr Sql deleteUnprotected{"bank_statements.delete_unprotected",
 // closing year: the accounts that have a line
 inline constexpr Sql selectAccounts{
     "bank_statements.select_accounts",
-    "select distinct rp_bankrecp.ccode,code.ccode_name from code inner join rp_bankrecp on code.ccode=rp_bankrecp.ccode "
+    "select distinct rp_bankrecp.ccode,code.ccode_name from code inner join rp_bankrecp on "
+    "code.ccode=rp_bankrecp.ccode "
     " and code.iyear=rp_bankrecp.iyear where code.bend=1 and code.be=1 and not rp_bankrecp.ccode is null "
     "and code.iyear={lastYear} {filter}",
     "lastYear", "filter"};
 
 // closing year: an account's opening rows, whatever their currency
-inline constexpr Sql selectOpening{
-    "bank_statements.select_opening",
-    "select * from rp_bankrecp where ccode='{ccode}' and ibegin=0 and iyear={lastYear}", "ccode", "lastYear"};
+inline constexpr Sql selectOpening{"bank_statements.select_opening",
+                                   "select * from rp_bankrecp where ccode='{ccode}' and ibegin=0 and iyear={lastYear}",
+                                   "ccode", "lastYear"};
 
 // new year: the account's normal side
 inline constexpr Sql selectSide{"bank_statements.select_side",
@@ -58,17 +59,19 @@ inline constexpr Sql sumLines{
     "bank_statements.sum_lines",
     "select sum(case when bd_c=1 then mmoney else -mmoney end) as zd1 from RP_bankrecp where iyear={lastYear} "
     "and ccode= '{ccode}' and ibegin<>0 and ddate>='{dbegin}'  {currency}",
-    "lastYear", "ccode", "dbegin", "currency"};
+    "lastYear",
+    "ccode",
+    "dbegin",
+    "currency"};
 
 // new year: one line
-inline constexpr Sql insertLine{
-    "bank_statements.insert_line",
-    "insert into RP_bankrecp(iyear,ibegin,ddate,mmoney,mbalance,ccode,csettle,cn_id,bd_c,"
-    "iflag,bdelete,cBankReconNo,cexch_name,cdigest) Values({values})",
-    "values"};
+inline constexpr Sql insertLine{"bank_statements.insert_line",
+                                "insert into RP_bankrecp(iyear,ibegin,ddate,mmoney,mbalance,ccode,csettle,cn_id,bd_c,"
+                                "iflag,bdelete,cBankReconNo,cexch_name,cdigest) Values({values})",
+                                "values"};
 
-inline constexpr const SqlText* all[] = {&probeNewYear,        &deleteYear,  &deleteUnprotected, &selectAccounts,
-                                         &selectOpening,       &selectSide,  &deleteOtherOpenings, &selectLines,
-                                         &selectCode,          &sumLines,    &insertLine};
+inline constexpr const SqlText* all[] = {&probeNewYear,  &deleteYear, &deleteUnprotected,   &selectAccounts,
+                                         &selectOpening, &selectSide, &deleteOtherOpenings, &selectLines,
+                                         &selectCode,    &sumLines,   &insertLine};
 
 }  // namespace gljz::bank_statements_sql

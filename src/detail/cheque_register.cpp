@@ -29,7 +29,8 @@ void addCheque(Recordset& target, const Recordset& cheque, const BankAccount& ac
   copyDate("dbill_date", [](DateTime date) { return date.dateText(); });
   for (const char* field : {"cdept", "cname", "mmoney", "ctext"}) copy(field);
   copyDate("dout", usedUpText);
-  for (const char* field : {"cdesp", "cget", "ccode_equal", "cbankname", "cbankid", "dsetdate", "mmoneyfact", "cpassword"})
+  for (const char* field :
+       {"cdesp", "cget", "ccode_equal", "cbankname", "cbankid", "dsetdate", "mmoneyfact", "cpassword"})
     copy(field);
   target.Update();
 }

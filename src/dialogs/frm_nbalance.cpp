@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "core/mdu_jz.h"
+#include "dialogs/report_print.h"
 
 namespace gljz {
 namespace {
@@ -45,6 +46,7 @@ const std::vector<Column>* columnsOf(int kind) {
 void FrmNBalance::Load() {
   LocalizeForm(*this, resourcePrefix, "", "");
   Grid1.shadeColour = platform::rgb(247, 237, 236);
+  Grid1.borderStyle = 0;
   continueChosen = false;
 }
 
@@ -56,6 +58,14 @@ void FrmNBalance::Command1_Click() {
 void FrmNBalance::Command2_Click() {
   continueChosen = false;
   Hide();
+}
+
+void FrmNBalance::Command3_Click() {
+  constexpr std::size_t headerAndOneRow = 2;
+  if (Grid1.rows.size() < headerAndOneRow) return;
+  printGrid(*this, Grid1,
+            {GetResString("Orvo.GL.TqGLJZ.00011") + GetResString("Orvo.GL.TqGLJZ.00005", printedYears()), "",
+             GetResString("Orvo.GL.TqGLJZ.00007")});
 }
 
 bool FrmNBalance::Form_QueryUnload() {
@@ -77,13 +87,7 @@ void FrmNBalance::layOut(int kind) {
 }
 
 void FrmNBalance::addRow(std::string_view text) {
-  std::vector<std::string> cells;
-  std::size_t start = 0;
-  for (std::size_t tab; (tab = text.find('\t', start)) != std::string_view::npos; start = tab + 1) {
-    cells.emplace_back(text.substr(start, tab - start));
-  }
-  cells.emplace_back(text.substr(start));
-  Grid1.rows.push_back(std::move(cells));
+  Grid1.addRow(text);
   changed();
 }
 

@@ -17,6 +17,7 @@ public:
 
   void Command1_Click();  // go on
   void Command2_Click();  // give up
+  void Command3_Click();  // prints the grid when it has a row below its header; failures go to the caller
   // The window's close box, while the dialog is visible, acts as giving up. True: the close is cancelled, the dialog is
   // hidden and lives on.
   bool Form_QueryUnload();

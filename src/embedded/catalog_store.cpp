@@ -164,6 +164,8 @@ std::string lowerName(std::string_view name) {
 }
 
 void createCatalog(sqlite3* db, const std::string& schemaName) {
+  const bool own = sqlite3_get_autocommit(db) != 0;
+  if (own) run(db, "BEGIN");
   run(db, "CREATE TABLE " + in(schemaName, "_ts_objects") +
               "(name TEXT COLLATE TQ,id INTEGER PRIMARY KEY,xtype TEXT COLLATE TQ,uid INTEGER,parent_obj "
               "INTEGER,crdate INTEGER,"
@@ -188,6 +190,7 @@ void createCatalog(sqlite3* db, const std::string& schemaName) {
               "(table_id INTEGER,name TEXT COLLATE TQ,text TEXT);"
               "CREATE TABLE " +
               in(schemaName, "_ts_identity") + "(table_id INTEGER PRIMARY KEY,last INTEGER)");
+  if (own) run(db, "COMMIT");
 }
 
 std::shared_ptr<const DatabaseCatalog> loadCatalog(sqlite3* db, const std::string& name, const std::string& schemaName,

@@ -2,19 +2,23 @@
 
 #include <chrono>
 #include <ctime>
+#include <filesystem>
 #include <memory>
 
 #include "core/cls_gljz.h"
 #include "core/run_state.h"
+#include "dialogs/frm_jzbg.h"
 #include "dialogs/frm_jzsn.h"
 #include "dialogs/frm_nbalance.h"
+#include "dialogs/frm_sy_km_sel.h"
+#include "dialogs/frm_tran_cond.h"
 #include "embedded/server.h"
 #include "host/account_directory.h"
 #include "host/components.h"
 #include "host/journal_connection.h"
 #include "host/login.h"
 #include "host/messages.h"
-#include "host/resources.h"
+#include "host/program_folder.h"
 #include "host/services.h"
 #include "host/usage_error.h"
 #include "platform/surroundings.h"
@@ -54,6 +58,7 @@ public:
         xml_(xml::newXmlReader()),
         components_(makeComponents(journal_)),
         debug_(journal_),
+        answers_(options.choices),
         forms_(formAnswers()) {
     if (!options.traceFile.empty()) journal_->traceTo(options.traceFile);
     surroundings_.newConnection = [this] { return observedConnection(); };
@@ -66,6 +71,7 @@ public:
     platform::setSurroundings(&surroundings_);
   }
   ~Stage() {
+    closeForms();
     gljz::run.m_pubCls = nullptr;
     gljz::run.m_login = nullptr;
     gljz::run.m_conn = nullptr;
@@ -105,27 +111,18 @@ private:
 
   FormAnswers formAnswers() {
     FormAnswers answers;
-    answers.conditions = [this] { gljz::run.m_strCondXml = conditions(); };
+    if (options_.parameters) answers.conditions = [this] { gljz::run.m_strCondXml = *options_.parameters; };
     answers.progress = options_.progress;
-    answers.programFolder = ".";
+    answers.programFolder = programFolder_.text();
+    answers.dialogs = options_.dialogs ? options_.dialogs : &answers_;
     return answers;
-  }
-  std::string conditions() {
-    if (options_.parameters) return *options_.parameters;
-    const auto& run = gljz::run;
-    ConditionSituation situation;
-    situation.language = options_.language;
-    situation.laterYearOfSameDatabase =
-        platform::equalsIgnoreCase(run.m_strLastDB, run.m_strCurDB) && run.m_pubCls->iStartYear() != options_.newYear;
-    const auto definition = resource("TransferParameter.xml");
-    return conditionsText(*xml_, definition.value_or("<Transfer/>"), situation, options_.choices);
   }
 
   std::shared_ptr<Connection> plainConnection() { return embedded::makeConnection(); }
   std::shared_ptr<Connection> observedConnection() { return journalConnection(journal_, plainConnection(), false); }
   std::shared_ptr<platform::ZwPubCls> newServices() {
-    return makeServices(
-        {[this] { return plainConnection(); }, journal_, messages_, options_.language, options_.operatorName});
+    return makeServices({[this] { return plainConnection(); }, journal_, messages_, options_.language,
+                         options_.operatorName, programFolder_.file("format.db")});
   }
 
   void requireDatabase(const std::string& name, const std::string& what) const {
@@ -204,9 +201,15 @@ private:
     } catch (const std::exception& e) {
       journal_->note(std::string("the open transaction could not be undone: ") + e.what());
     }
-    gljz::frmJZSN.unload();
     gljz::run.m_bManual = false;
     gljz::run.m_conn = nullptr;
+  }
+  static void closeForms() {
+    gljz::frmJZSN.unload();
+    gljz::frmTranCond.unload();
+    gljz::frmSyKmSel.unload();
+    gljz::frmNBalance.unload();
+    gljz::frmJZBG.unload();
   }
 
   void collect(RunResult& result) {
@@ -215,6 +218,7 @@ private:
     result.transactionBegun = journal_->sawTransaction();
     if (!result.success && !result.uncaught) result.stop = stopOf(result);
     result.steps = forms_.steps();
+    result.report = forms_.report();
     if (gljz::frmNBalance.isLoaded()) {
       const auto& rows = gljz::frmNBalance().Grid1.rows;
       if (rows.size() > 1) result.notCarried.assign(rows.begin() + 1, rows.end());
@@ -240,6 +244,8 @@ private:
   std::unique_ptr<platform::XmlReader> xml_;
   std::shared_ptr<platform::ComponentFactory> components_;
   JournalDebugOutput debug_;
+  ProgramFolder programFolder_;
+  ConditionAnswers answers_;
   FormHost forms_;
   platform::Surroundings surroundings_;
   std::string account_, newDatabase_;
@@ -255,6 +261,8 @@ RunResult carryForward(const CarryForwardOptions& options) {
     stage = std::make_unique<Stage>(options);
   } catch (const RunTimeError& e) {
     throw UsageError(e.description());
+  } catch (const std::filesystem::filesystem_error& e) {
+    throw UsageError(e.what());
   }
   return stage->run();
 }

@@ -14,8 +14,8 @@
 #include <string>
 #include <vector>
 
+#include "host/condition_answers.h"
 #include "host/connection_text.h"
-#include "host/default_conditions.h"
 #include "host/form_host.h"
 #include "host/journal.h"
 
@@ -32,6 +32,7 @@ struct CarryForwardOptions {
 
   std::optional<std::string> parameters;  // parameter text; without one the conditions are answered from choices
   ConditionChoices choices;
+  DialogView* dialogs = nullptr;  // a person who answers the dialogs in place of the choices
 
   std::string language = "zh-CN";
   std::string operatorName = "gljz";
@@ -39,12 +40,6 @@ struct CarryForwardOptions {
   std::optional<platform::DateTime> today;  // the host's and the server's clock; the machine's date when not set
   std::string traceFile;                    // empty: none
   ProgressSink* progress = nullptr;
-};
-
-// What the closing report showed: counts of right and wrong accounts, and its rows without the header row.
-struct ClosingReport {
-  std::string right, wrong;
-  std::vector<std::vector<std::string>> rows;
 };
 
 // How a check ended a run before its transaction.

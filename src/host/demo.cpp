@@ -1,7 +1,11 @@
 #include "host/demo.h"
 
+#include <algorithm>
+#include <array>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "host/account.h"
@@ -23,10 +27,26 @@ std::string databaseOf(std::string_view script) {
   throw std::runtime_error("demo script without a database: " + std::string(script));
 }
 
+// A script stands on the ones before it: the vouchers need the chart, the totals are derived from the vouchers.
+std::vector<Resource> scriptsInOrder() {
+  constexpr std::array<std::string_view, 7> subjects = {"chart",      "references", "vouchers", "totals",
+                                                        "open_items", "bank",       "settings"};
+  const auto rank = [&](const Resource& script) {
+    const auto subject = std::find_if(subjects.begin(), subjects.end(), [&](std::string_view s) {
+      return script.name.find("_" + std::string(s) + ".") != std::string_view::npos;
+    });
+    return std::pair(databaseOf(script.name), subject - subjects.begin());
+  };
+  std::vector<Resource> scripts = resourcesUnder("demo/");
+  std::stable_sort(scripts.begin(), scripts.end(),
+                   [&](const Resource& a, const Resource& b) { return rank(a) < rank(b); });
+  return scripts;
+}
+
 }  // namespace
 
 void createDemo(const std::shared_ptr<embedded::Server>& server) {
-  const auto scripts = resourcesUnder("demo/");
+  const auto scripts = scriptsInOrder();
   if (scripts.empty()) throw std::runtime_error("this program was built without the demo account set");
   const std::string years[] = {databaseName(demoAccount, demoClosingYear), databaseName(demoAccount, demoNewYear)};
   for (const std::string& database : {std::string(systemDatabase), years[0], years[1]})

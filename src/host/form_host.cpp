@@ -1,7 +1,11 @@
 #include "host/form_host.h"
 
+#include "dialogs/frm_jzbg.h"
 #include "dialogs/frm_jzsn.h"
+#include "dialogs/frm_nbalance.h"
+#include "dialogs/frm_sy_km_sel.h"
 #include "dialogs/frm_tran_cond.h"
+#include "dialogs/frm_ye_mx_sel.h"
 
 namespace host {
 namespace {
@@ -34,9 +38,34 @@ void FormHost::ShowModal(platform::Form& form) {
     steps_.assign(gljz::FrmJZSN::stepCount, {});
     if (progressForm->Timer1_Enabled()) progressForm->Timer1_Timer();
     if (answers_.progress) answers_.progress->ended();
-  } else if (dynamic_cast<gljz::FrmTranCond*>(&form)) {
-    if (answers_.conditions) answers_.conditions();
+  } else if (auto* conditions = dynamic_cast<gljz::FrmTranCond*>(&form)) {
+    answerConditions(*conditions);
+  } else if (auto* division = dynamic_cast<gljz::FrmYeMxSel*>(&form)) {
+    if (answers_.dialogs) answers_.dialogs->divideAccounts(*division);
+    division->Form_QueryUnload();
+  } else if (auto* cleared = dynamic_cast<gljz::FrmSyKmSel*>(&form)) {
+    if (answers_.dialogs) answers_.dialogs->chooseCleared(*cleared);
+    if (cleared->visible()) gljz::frmSyKmSel.unload();
+  } else if (auto* report = dynamic_cast<gljz::FrmJZBG*>(&form)) {
+    readReport(*report);
+  } else if (auto* notCarried = dynamic_cast<gljz::FrmNBalance*>(&form)) {
+    notCarried->Form_QueryUnload();
   }
+}
+
+void FormHost::answerConditions(gljz::FrmTranCond& form) {
+  if (answers_.conditions)
+    answers_.conditions();
+  else if (answers_.dialogs)
+    answers_.dialogs->conditions(form);
+  if (form.visible()) gljz::frmTranCond.unload();
+}
+
+void FormHost::readReport(gljz::FrmJZBG& form) {
+  report_ = ClosingReport{form.Label2.Caption, form.Label4.Caption, {}};
+  const auto& grid = form.Grid1.rows;
+  if (!grid.empty()) report_->rows.assign(grid.begin() + 1, grid.end());
+  form.Command3_Click();
 }
 
 void FormHost::Changed(platform::Form& form) {

@@ -157,25 +157,28 @@ private:
     return quantity ? static_cast<double>(std::llabs(amount)) / 2500.0 : 0.0;
   }
 
+  // Every auxiliary balance stands in the multi-auxiliary table, signed; those without user-defined columns stand in
+  // the auxiliary table too.
   void auxiliaryRow(const AuxiliaryBalance& auxiliary) {
     const LedgerAccount& account = ledger_.accounts[auxiliary.account];
     const std::vector<Value> who = partners(account.kind, auxiliary.partner);
     const bool defined = account.kind == AccountKind::defined;
-    if (!defined) {
-      ++counts_.auxiliaries;
-      desk_.run(
-          "insert into gl_accass(iyear, ccode, cdept_id, cperson_id, ccus_id, csup_id, citem_id, citem_class, iperiod, "
-          "cbegind_c, cbegind_c_engl, cendd_c, cendd_c_engl, mb, me) values(?, ?, ?, ?, ?, ?, ?, ?, 12, ?, ?, ?, ?, ?, "
-          "?)",
-          {year_, account.code, who[0], who[1], who[2], who[3], who[4], who[5], directionWord(auxiliary.amount),
-           directionEnglish(auxiliary.amount), directionWord(auxiliary.amount), directionEnglish(auxiliary.amount),
-           magnitude(auxiliary.amount), magnitude(auxiliary.amount)});
-      return;
-    }
     ++counts_.multiAuxiliaries;
-    desk_.run("insert into gl_accMultiass(iyear, ccode, cDefine1, iperiod, mb, me) values(?, ?, ?, 12, ?, ?)",
-              {year_, account.code, "合同" + std::to_string(auxiliary.partner + 1), money(auxiliary.amount),
-               money(auxiliary.amount)});
+    desk_.run(
+        "insert into gl_accMultiass(iyear, ccode, cdept_id, cperson_id, ccus_id, csup_id, citem_id, citem_class, "
+        "cDefine1, iperiod, mb, me) values(?, ?, ?, ?, ?, ?, ?, ?, ?, 12, ?, ?)",
+        {year_, account.code, who[0], who[1], who[2], who[3], who[4], who[5],
+         defined ? Value("合同" + std::to_string(auxiliary.partner + 1)) : Value(), money(auxiliary.amount),
+         money(auxiliary.amount)});
+    if (defined) return;
+    ++counts_.auxiliaries;
+    const char *word = directionWord(auxiliary.amount), *english = directionEnglish(auxiliary.amount);
+    desk_.run(
+        "insert into gl_accass(iyear, ccode, cdept_id, cperson_id, ccus_id, csup_id, citem_id, citem_class, iperiod, "
+        "cbegind_c, cbegind_c_engl, cendd_c, cendd_c_engl, mb, me) values(?, ?, ?, ?, ?, ?, ?, ?, 12, ?, ?, ?, ?, ?, "
+        "?)",
+        {year_, account.code, who[0], who[1], who[2], who[3], who[4], who[5], word, english, word, english,
+         magnitude(auxiliary.amount), magnitude(auxiliary.amount)});
   }
 
   void voucherLine(const LedgerLine& line, int number) {
@@ -185,9 +188,10 @@ private:
         bank ? std::vector<Value>(6) : partners(account.kind, ledger_.auxiliaries[line.auxiliary].partner);
     const DateTime date = DateTime::fromDate(year_, line.month, line.day);
     desk_.run(
-        "insert into gl_accvouch(iyear, iYPeriod, iperiod, csign, isignseq, ino_id, inid, dbill_date, ibook, cdigest, "
-        "ccode, md, mc, csettle, cn_id, dt_date, cdept_id, cperson_id, ccus_id, csup_id, citem_id, citem_class) "
-        "values(?, ?, ?, N'记', 1, ?, ?, ?, 1, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+        "insert into gl_accvouch(iyear, iYPeriod, iperiod, csign, isignseq, ino_id, inid, dbill_date, idoc, ibook, "
+        "cdigest, ccode, md, mc, csettle, cn_id, dt_date, cdept_id, cperson_id, ccus_id, csup_id, citem_id, "
+        "citem_class) "
+        "values(?, ?, ?, N'记', 1, ?, ?, ?, 0, 1, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
         {year_, year_ * 100 + line.month, line.month, 1 + number % 30000, 1 + number % 100, date,
          bank ? "银行收付" : "往来业务", account.code, line.amount > 0 ? money(line.amount) : Money(),
          line.amount < 0 ? money(-line.amount) : Money(), bank ? Value("1") : Value(),

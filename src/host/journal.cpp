@@ -6,6 +6,7 @@
 #include "core/run_state.h"
 #include "host/json_text.h"
 #include "host/usage_error.h"
+#include "platform/run_time_error.h"
 
 namespace host {
 namespace {
@@ -47,6 +48,14 @@ std::int64_t rowsOfBatch(std::string_view text, std::int64_t last) {
 
 double millisecondsSince(std::chrono::steady_clock::time_point start) {
   return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+// Work tables are dropped before they are made, and ordinarily are not there: that is no failure of a run, unless the
+// system's own handler reports it.
+bool isMissingDrop(const std::exception& failure) {
+  constexpr int cannotDropMissing = 3701;
+  const auto* error = dynamic_cast<const platform::RunTimeError*>(&failure);
+  return error != nullptr && error->server() && error->server()->number == cannotDropMissing;
 }
 
 char lower(char c) {
@@ -126,8 +135,10 @@ void Journal::fail(const Statement& statement, std::string_view text, const std:
   ++stage.statements;
   stage.milliseconds += milliseconds;
   if (!text.empty()) lastStatement_.assign(text.substr(0, maxStatementText));
-  addFailure(stage.name, text, failure.what());
-  pendingFailure_ = failure.what();
+  if (!isMissingDrop(failure)) {
+    addFailure(stage.name, text, failure.what());
+    pendingFailure_ = failure.what();
+  }
   if (trace_) traceLine(statement, text, -1, milliseconds, &failure);
 }
 

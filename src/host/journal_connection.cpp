@@ -180,8 +180,7 @@ std::unique_ptr<Recordset> JournalRawConnection::Open(const std::string& sql) {
 std::unique_ptr<Recordset> JournalRawConnection::OpenCommand(const std::string& sql,
                                                              const std::vector<platform::TextParameter>& parameters,
                                                              int timeoutSeconds) {
-  return owner_.open(
-      sql, [&] { return owner_.inner().RawConnection().OpenCommand(sql, parameters, timeoutSeconds); });
+  return owner_.open(sql, [&] { return owner_.inner().RawConnection().OpenCommand(sql, parameters, timeoutSeconds); });
 }
 
 }  // namespace

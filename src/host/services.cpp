@@ -7,6 +7,7 @@
 #include "balances/code_classification.h"
 #include "host/account_directory.h"
 #include "host/connection_text.h"
+#include "host/format_database.h"
 #include "host/journal_connection.h"
 #include "host/journal_services.h"
 
@@ -42,7 +43,9 @@ constexpr std::array<DirectionWord, 3> directionWords{{{"借", "借", "Dr"}, {"�
 
 class Services final : public platform::ZwPubCls {
 public:
-  explicit Services(const ServicesSettings& settings) : settings_(settings) {}
+  explicit Services(const ServicesSettings& settings) : settings_(settings) {
+    if (!settings.formatDatabase.empty()) formatDatabase_ = openFormatDatabase(settings.formatDatabase);
+  }
 
   std::shared_ptr<Connection> NewYearConn() override { return observed_; }
 
@@ -187,7 +190,7 @@ public:
     return word;
   }
 
-  platform::FormatDatabase& FormatDb() override { return formatDatabase_; }
+  platform::FormatDatabase& FormatDb() override { return *formatDatabase_; }
 
 private:
   Connection& connection() {
@@ -232,7 +235,7 @@ private:
   std::optional<DateTime> firstDay_;
   std::optional<platform::AccountOptions> options_;
   std::optional<bool> hasCodeMatches_;
-  NoFormatDatabase formatDatabase_;
+  std::unique_ptr<platform::FormatDatabase> formatDatabase_ = std::make_unique<NoFormatDatabase>();
 };
 
 }  // namespace

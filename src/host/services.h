@@ -25,6 +25,7 @@ struct ServicesSettings {
   std::shared_ptr<const Messages> messages;
   std::string language = "zh-CN";
   std::string operatorName;
+  std::string formatDatabase = {};  // file of the print service's tables; empty: there is none, printing fails
 };
 
 // A services object without login or year, as TransGL makes one for itself. With a journal its connection and its

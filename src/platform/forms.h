@@ -41,12 +41,20 @@ class PrintControl {
 public:
   virtual ~PrintControl() = default;
   struct Job {
+    const Form* owner = nullptr;  // the dialog whose window the print belongs to
     std::string formatDatabase;
     std::string headLayout, headTable;
     std::string footLayout, footTable;
     const std::vector<std::vector<std::string>>* grid = nullptr;  // rows of cells, the first is the header row
     std::vector<int> columnWidths;                                // twips
     std::vector<int> alignments;                                  // 0 left, 1 right, 2 centred
+    // The print service's own page settings, in its order; a service with a page set-up of its own may leave them.
+    struct Settings {
+      int first = 9, second = 1;
+      bool third = false;
+      int fourth = 1, fifth = 30;
+      bool sixth = true;
+    } settings;
   };
   virtual int Print(const Job& job) = 0;  // 0 done, 1003 the operator left, else an error number
 };

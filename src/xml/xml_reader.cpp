@@ -116,6 +116,7 @@ public:
   std::unique_ptr<XmlElement> CreateRoot(std::string_view name) override {
     parseError_.clear();
     document_ = DocumentPtr(xmlNewDoc(nullptr), xmlFreeDoc);
+    document_->encoding = xmlStrdup(chars(encoding));  // or attributes would be written as character references
     xmlNode* root = xmlNewDocNode(document_.get(), nullptr, chars(std::string(name)), nullptr);
     xmlDocSetRootElement(document_.get(), root);
     return std::make_unique<Element>(document_, root);
@@ -126,6 +127,7 @@ private:
   bool load(Parse parse) {
     parseError_.clear();
     std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> context(xmlNewParserCtxt(), xmlFreeParserCtxt);
+    xmlCtxtUseOptions(context.get(), parseOptions);  // here too: a file is opened before the reader sets them
     xmlDoc* parsed = parse(context.get());
     document_ = parsed ? DocumentPtr(parsed, xmlFreeDoc) : nullptr;
     if (!parsed) describe(xmlCtxtGetLastError(context.get()));

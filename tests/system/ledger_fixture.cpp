@@ -2,16 +2,19 @@
 
 #include <algorithm>
 #include <optional>
+#include <stdexcept>
+#include <utility>
 
 #include "core/cls_gljz.h"
+#include "dialogs/frm_jzbg.h"
 #include "dialogs/frm_jzsn.h"
 #include "dialogs/frm_nbalance.h"
+#include "dialogs/frm_sy_km_sel.h"
+#include "dialogs/frm_tran_cond.h"
 #include "host/account.h"
 #include "host/components.h"
 #include "host/database_desk.h"
-#include "host/default_conditions.h"
 #include "host/login.h"
-#include "host/resources.h"
 #include "host/services.h"
 #include "xml/xml_reader.h"
 
@@ -66,6 +69,14 @@ std::string literal(const std::string& cell) {
   return cell == "Null" || isNumber(cell) ? cell : host::quoted(cell);
 }
 
+void unloadForms() {
+  frmTranCond.unload();
+  frmSyKmSel.unload();
+  frmNBalance.unload();
+  frmJZBG.unload();
+  frmJZSN.unload();
+}
+
 }  // namespace
 
 LedgerTest::LedgerTest(Layout layout)
@@ -77,7 +88,7 @@ LedgerTest::LedgerTest(Layout layout)
       components_(host::makeComponents(journal_)),
       xml_(xml::newXmlReader()),
       debug_(std::make_unique<CollectedDebugOutput>()),
-      forms_({[this] { run.m_strCondXml = conditions_; }, nullptr, "."}) {
+      forms_({[this] { run.m_strCondXml = conditions_; }, nullptr, GLJZ_SOURCE_DIR "/data"}) {
   server_->setClock([] { return DateTime::fromDate(newYear, 1, 10).ticks(); });
   createClosingYear();
   if (layout == Layout::separate) createNewYear();
@@ -98,8 +109,7 @@ LedgerTest::LedgerTest(Layout layout)
 }
 
 LedgerTest::~LedgerTest() {
-  frmNBalance.unload();
-  frmJZSN.unload();
+  unloadForms();
   run = {};
   platform::setSurroundings(nullptr);
 }
@@ -151,8 +161,7 @@ void LedgerTest::makeServices() {
 }
 
 void LedgerTest::prepareRun() {
-  frmNBalance.unload();
-  frmJZSN.unload();
+  unloadForms();
   run = {};
   makeServices();
   run.m_strLastYear = std::to_string(closingYear);
@@ -268,12 +277,16 @@ const std::vector<std::string>& LedgerTest::debugLines() const {
 }
 
 std::string LedgerTest::parameters(const Checks& changes) {
-  host::ConditionSituation situation;
-  situation.language = language_;
-  situation.laterYearOfSameDatabase = layout_ == Layout::shared;
-  host::ConditionChoices choices;
-  choices.checks = changes;
-  return host::conditionsText(*xml_, host::resource("TransferParameter.xml").value(), situation, choices);
+  if (!run.m_pubCls) prepareRun();
+  FrmTranCond dialog;
+  dialog.Load();
+  for (const auto& [key, checked] : changes) {
+    const auto index = dialog.indexOf(key);
+    if (!index) throw std::invalid_argument("not offered: " + key);
+    dialog.check(*index, checked);
+  }
+  dialog.cmdOk_Click();
+  return std::exchange(run.m_strCondXml, {});
 }
 
 LedgerTest::Outcome LedgerTest::transfer(const Checks& changes) {

@@ -41,6 +41,8 @@ enum class Layout {
   shared     // one database for 2005 and 2006
 };
 
+using Columns = std::vector<std::string>;  // name, value, name, value, ...
+
 // One end of the run.
 struct Side {
   std::string database;
@@ -65,7 +67,6 @@ protected:
   void fill(const Side& side, const std::string& table, std::initializer_list<std::string> lines);
 
   // An account with its columns, in one year or in both: account("1131", {"bcus", "1"}).
-  using Columns = std::vector<std::string>;  // name, value, name, value, ...
   void account(const Side& side, const std::string& ccode, const Columns& columns = {});
   void account(const std::string& ccode, const Columns& columns = {});
 

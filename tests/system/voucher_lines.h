@@ -14,10 +14,12 @@ namespace gljz::test {
 template <class Ledger>
 class VoucherLines : public Ledger {
 protected:
-  // Rows of gl_accvouch as fill takes them. What a head leaves out is as usual: line 1 of a voucher of 6 June, period 6.
+  // Rows of gl_accvouch as fill takes them. What a head leaves out is as usual: line 1 of a voucher of 6 June,
+  // period 6.
   void vouchers(const Side& side, const std::vector<std::string>& lines) {
     std::string head, values;
-    for (const auto& [column, value] : {std::pair{"inid", "1"}, {"idoc", "0"}, {"iperiod", "6"}}) add(lines, column, value, head, values);
+    for (const auto& [column, value] : {std::pair{"inid", "1"}, {"idoc", "0"}, {"iperiod", "6"}})
+      add(lines, column, value, head, values);
     add(lines, "dbill_date", (std::to_string(side.year) + "-06-06").c_str(), head, values);
     for (std::size_t i = 1; i < lines.size(); ++i)
       this->fill(side, "gl_accvouch", {head + lines.front(), values + lines[i]});

@@ -21,16 +21,19 @@ const std::string columns =
 
 // Every column set, each to something of its own.
 const std::string fullRow =
-    "insert into gl_accvouch(iyear,iperiod,csign,isignseq,ino_id,inid,dbill_date,idoc,cbill,ccheck,cbook,ibook,ccashier,"
+    "insert into "
+    "gl_accvouch(iyear,iperiod,csign,isignseq,ino_id,inid,dbill_date,idoc,cbill,ccheck,cbook,ibook,ccashier,"
     "iflag,ctext1,ctext2,cdigest,ccode,cexch_name,md,mc,md_f,mc_f,nfrat,nd_s,nc_s,csettle,cn_id,dt_date,cdept_id,"
     "cperson_id,ccus_id,csup_id,citem_id,citem_class,cname,ccode_equal,iflagbank,iflagPerson,bdelete,coutaccset,"
     "ioutyear,coutsysname,coutsysver,doutbilldate,ioutperiod,coutsign,doutdate,coutbillsign,coutid,bvouchedit,"
     "bvouchAddordele,bvouchmoneyhold,bvalueedit,ccodecontrol,bPCSedit,bDeptedit,bItemedit,bCusSupInput,cDefine1,"
     "cDefine2,cDefine3,cDefine4,cDefine5,cDefine6,cDefine7,cDefine8,cDefine9,cDefine10,cDefine11,cDefine12,cDefine13,"
     "cDefine14,cDefine15,cDefine16,wllqPeriod,wllqDate) "
-    "values(2005,7,N'记',9,12,3,'2005-07-05 10:20:30',2,N'陈',N'李',N'王',0,N'钱',4,N't1',N't2',N'销售',N'1131',N'美元',"
+    "values(2005,7,N'记',9,12,3,'2005-07-05 "
+    "10:20:30',2,N'陈',N'李',N'王',0,N'钱',4,N't1',N't2',N'销售',N'1131',N'美元',"
     "102.18,-0.5,12.3456,0.0001,8.2765,1.5,0.25,N'Q',N'A-1','2005-07-04',N'01',N'P1',N'C1',N'V1',N'I1',N'98',N'赵',"
-    "N'5101',5,1,1,N'001',2005,N'AR',N'8','2005-07-03',6,N's',N'2005-07-02',N'b',N'77',0,1,1,0,N'c',0,1,0,1,N'd1',N'd2',"
+    "N'5101',5,1,1,N'001',2005,N'AR',N'8','2005-07-03',6,N's',N'2005-07-02',N'b',N'77',0,1,1,0,N'c',0,1,0,1,N'd1',N'd2'"
+    ","
     "N'd3','2005-01-04',N'd5','2005-01-06 07:08:09',N'd7',N'd8',N'd9',N'd10',N'd11',N'd12',N'd13',N'd14',N'd15',N'd16',"
     "200601,'2006-01-15')";
 

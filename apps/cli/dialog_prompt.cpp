@@ -1,0 +1,157 @@
+#include "dialog_prompt.h"
+
+#include <algorithm>
+#include <charconv>
+#include <functional>
+#include <istream>
+#include <ostream>
+#include <sstream>
+#include <string_view>
+#include <vector>
+
+#include "dialogs/frm_sy_km_sel.h"
+#include "dialogs/frm_tran_cond.h"
+#include "dialogs/frm_ye_mx_sel.h"
+#include "platform/value.h"
+
+namespace cli {
+namespace {
+
+using gljz::FrmTranCond;
+
+// The index that a line's number from 1 names; nothing when it names none of `count` lines.
+std::optional<std::size_t> indexFrom(const std::string& word, std::size_t count) {
+  std::size_t number = 0;
+  const auto [end, failure] = std::from_chars(word.data(), word.data() + word.size(), number);
+  if (failure != std::errc() || end != word.data() + word.size() || number < 1 || number > count) return std::nullopt;
+  return number - 1;
+}
+
+std::vector<std::string> wordsOf(const std::string& line) {
+  std::istringstream in(line);
+  std::vector<std::string> words;
+  for (std::string word; in >> word;) words.push_back(word);
+  return words;
+}
+
+struct SelectionButton {
+  std::string_view letter;
+  gljz::Button FrmTranCond::*button;
+  void (FrmTranCond::*press)();
+};
+constexpr SelectionButton selectionButtons[] = {
+    {"c", &FrmTranCond::cmdCustomerTran, &FrmTranCond::cmdCustomerTran_Click},
+    {"s", &FrmTranCond::cmdSupTran, &FrmTranCond::cmdSupTran_Click},
+    {"p", &FrmTranCond::cmdSyKmSel, &FrmTranCond::cmdSyKmSel_Click},
+};
+
+}  // namespace
+
+std::optional<std::string> DialogPrompt::answer(const std::string& question) {
+  out_ << question << std::flush;
+  std::string line;
+  if (!std::getline(in_, line)) {
+    out_ << "\n";
+    return std::nullopt;
+  }
+  return platform::trim(line.ends_with('\r') ? line.substr(0, line.size() - 1) : line);
+}
+
+void DialogPrompt::complain(const std::string& word) {
+  out_ << "  ? " << word << "\n";
+}
+
+void DialogPrompt::show(const FrmTranCond& form) {
+  out_ << "\n" << form.Caption << "\n";
+  for (std::size_t i = 0; i < form.lvCond.size(); ++i) {
+    const auto& item = form.lvCond[i];
+    out_ << (i < 9 ? "  " : " ") << i + 1 << (item.checked ? " [x] " : " [ ] ") << item.text << "\n";
+  }
+  for (const SelectionButton& selection : selectionButtons) {
+    const gljz::Button& button = form.*selection.button;
+    if (button.Enabled) out_ << "  " << selection.letter << " " << button.Caption << "\n";
+  }
+}
+
+void DialogPrompt::conditions(FrmTranCond& form) {
+  for (;;) {
+    show(form);
+    const auto line = answer("number: toggle, letter: choose accounts, Enter: " + form.cmdOk.Caption +
+                             ", q: " + form.cmdCancel.Caption + " > ");
+    if (!line || *line == "q") return form.cmdCancel_Click();
+    if (line->empty()) return form.cmdOk_Click();
+    for (const std::string& word : wordsOf(*line)) {
+      const auto selection = std::find_if(std::begin(selectionButtons), std::end(selectionButtons),
+                                          [&](const SelectionButton& s) { return s.letter == word; });
+      if (selection != std::end(selectionButtons) && (form.*selection->button).Enabled)
+        (form.*selection->press)();
+      else if (const auto index = indexFrom(word, form.lvCond.size()))
+        form.check(*index, !form.lvCond[*index].checked);
+      else
+        complain(word);
+    }
+  }
+}
+
+void DialogPrompt::show(const gljz::DoubleList& list, const std::string& leftTitle, const std::string& rightTitle) {
+  std::size_t number = 0;
+  const auto part = [&](const std::string& title, const gljz::DoubleList::Entries& entries) {
+    out_ << title << "\n";
+    for (const std::string& entry : entries) {
+      ++number;
+      out_ << (number < 10 ? "   " : "  ") << number << " " << entry << "\n";
+    }
+  };
+  part(leftTitle, list.left());
+  part(rightTitle, list.right());
+}
+
+// The numbers are those that were shown, whatever an earlier one of the line has moved.
+void DialogPrompt::move(gljz::DoubleList& list, const std::string& words) {
+  const std::size_t leftCount = list.left().size(), count = leftCount + list.right().size();
+  std::vector<std::size_t> fromLeft, fromRight;
+  for (const std::string& word : wordsOf(words)) {
+    if (word == "all") return list.moveAllRight();
+    if (word == "none") return list.moveAllLeft();
+    const auto index = indexFrom(word, count);
+    if (!index) {
+      complain(word);
+    } else if (*index < leftCount) {
+      fromLeft.push_back(*index);
+    } else {
+      fromRight.push_back(*index - leftCount);
+    }
+  }
+  for (auto* indices : {&fromLeft, &fromRight}) {
+    std::sort(indices->begin(), indices->end(), std::greater<>());
+    indices->erase(std::unique(indices->begin(), indices->end()), indices->end());
+  }
+  for (const std::size_t index : fromLeft) list.moveRight(index);
+  for (const std::size_t index : fromRight) list.moveLeft(index);
+}
+
+void DialogPrompt::divideAccounts(gljz::FrmYeMxSel& form) {
+  out_ << "\n" << form.Frame1.Caption << "\n" << form.lblNote.Caption << "\n";
+  for (;;) {
+    show(form.CtlSelList1, form.Label1.Caption, form.Label2.Caption);
+    const auto line =
+        answer("numbers: move, all, none, r: " + form.cmdRefresh.Caption + ", Enter: " + form.cmdOK.Caption + " > ");
+    if (!line || line->empty()) return form.cmdOK_Click();
+    if (*line == "r")
+      form.cmdRefresh_Click();
+    else
+      move(form.CtlSelList1, *line);
+  }
+}
+
+void DialogPrompt::chooseCleared(gljz::FrmSyKmSel& form) {
+  out_ << "\n" << form.Frame1.Caption << "\n" << form.Label3.Caption << "\n";
+  for (;;) {
+    show(form.CtlSelList1, form.Label1.Caption, form.Label2.Caption);
+    const auto line = answer("numbers: move, all, none, Enter: " + form.cmdOK.Caption + " > ");
+    if (!line || line->empty()) return form.cmdOK_Click();
+    move(form.CtlSelList1, *line);
+  }
+}
+
+}  // namespace cli

@@ -1,0 +1,130 @@
+#include "settings/models.h"
+#include "system/ledger_fixture.h"
+
+namespace gljz::test {
+namespace {
+
+// The closing year has one model, 1.
+class VoucherModelsTest : public LedgerTest {
+protected:
+  VoucherModelsTest() { model(closing, "1", "工资"); }
+
+  void model(const Side& side, const std::string& id, const std::string& name) {
+    fill(side, "GL_ModelMain", {"modelId | cName", id + "|" + name});
+    fill(side, "GL_modelpreplace", {"modelId | cKey | cText", id + "| {季} |" + name});
+    fill(side, "GL_ModelSub1", {"modelId | inid | ccode | md | mc", id + "| 1 | 1001 | 12.3456 | 0"});
+    fill(side, "GL_ModelSub2", {"modelId | inid | cdigest", id + "| 1 |" + name});
+  }
+
+  // Ids of the models by table.
+  std::string models(const std::string& table) {
+    std::string ids;
+    for (const auto& id : rows(opening, "select modelId from " + table + " order by modelId"))
+      ids += ids.empty() ? id : "," + id;
+    return ids;
+  }
+  void expectModels(const std::string& main, const std::string& preplace, const std::string& sub1,
+                    const std::string& sub2) {
+    EXPECT_EQ(models("GL_ModelMain"), main);
+    EXPECT_EQ(models("GL_modelpreplace"), preplace);
+    EXPECT_EQ(models("GL_ModelSub1"), sub1);
+    EXPECT_EQ(models("GL_ModelSub2"), sub2);
+  }
+};
+
+TEST_F(VoucherModelsTest, AreCopiedIntoANewYearWithoutAny) {
+  EXPECT_TRUE(JzModel());
+  expectRows(opening, "select * from GL_ModelMain", {"1 | 工资"});
+  expectRows(opening, "select * from GL_modelpreplace", {"1 | {季} | 工资"});
+  expectRows(opening, "select * from GL_ModelSub1", {"1 | 1 | 1001 | 12.3456 | 0"});
+  expectRows(opening, "select * from GL_ModelSub2", {"1 | 1 | 工资"});
+}
+
+TEST_F(VoucherModelsTest, OfTheNewYearAreKeptUnlessTheOptionSaysOtherwise) {
+  model(opening, "9", "旧");
+  EXPECT_TRUE(JzModel());
+  expectModels("9", "9", "9", "9");
+}
+
+TEST_F(VoucherModelsTest, OfTheNewYearAreReplacedInAllFourTablesWhenTheOptionSaysSo) {
+  model(opening, "9", "旧");
+  run.CoverBankModalData = true;
+  EXPECT_TRUE(JzModel());
+  expectModels("1", "1", "1", "1");
+}
+
+// The operator would be asked, but nobody ever is, and no answer means no.
+TEST_F(VoucherModelsTest, OfTheNewYearAreKeptInAWatchedRunWhateverTheOptionSays) {
+  model(opening, "9", "旧");
+  run.m_bManual = true;
+  run.CoverBankModalData = true;
+  EXPECT_TRUE(JzModel());
+  expectModels("9", "9", "9", "9");
+  EXPECT_FALSE(wasRun("Delete from GL_modelpreplace"));
+}
+
+TEST_F(VoucherModelsTest, LeftoverReplacementsMakeAnUnattendedCopyFail) {
+  fill(opening, "GL_modelpreplace", {"modelId | cKey | cText", "1 | {季} | 旧"});
+  EXPECT_FALSE(JzModel());
+  expectRows(opening, "select * from GL_modelpreplace", {"1 | {季} | 旧"});
+  expectModels("1", "1", "", "");  // the first table was copied and stays
+}
+
+TEST_F(VoucherModelsTest, LeftoverReplacementsThatDoNotCollideStay) {
+  fill(opening, "GL_modelpreplace", {"modelId | cKey | cText", "7 | {季} | 旧"});
+  EXPECT_TRUE(JzModel());
+  expectModels("1", "1,7", "1", "1");
+}
+
+TEST_F(VoucherModelsTest, LeftoverReplacementsAreClearedWithTheOptionOrInAWatchedRun) {
+  fill(opening, "GL_modelpreplace", {"modelId | cKey | cText", "1 | {季} | 旧"});
+  run.CoverBankModalData = true;
+  EXPECT_TRUE(JzModel());
+  expectRows(opening, "select * from GL_modelpreplace", {"1 | {季} | 工资"});
+}
+
+TEST_F(VoucherModelsTest, LeftoverReplacementsAreClearedInAWatchedRun) {
+  fill(opening, "GL_modelpreplace", {"modelId | cKey | cText", "1 | {季} | 旧"});
+  run.m_bManual = true;
+  EXPECT_TRUE(JzModel());
+  expectRows(opening, "select * from GL_modelpreplace", {"1 | {季} | 工资"});
+}
+
+TEST_F(VoucherModelsTest, LinesWithoutTheirModelAreNotCleared) {
+  fill(opening, "GL_ModelSub2", {"modelId | inid | cdigest", "9 | 1 | 旧"});
+  run.CoverBankModalData = true;
+  EXPECT_TRUE(JzModel());
+  expectModels("1", "1", "1", "1,9");  // GL_ModelMain was empty: only the replacements go
+}
+
+TEST_F(VoucherModelsTest, ArePlacedByPositionWhateverTheColumnsAreCalled) {
+  sql(opening, "drop table GL_ModelSub2");
+  sql(opening, "create table GL_ModelSub2(inid int not null, modelId int not null, remark nvarchar(120) null)");
+  sql(closing, "update GL_ModelSub2 set inid=5");
+  EXPECT_TRUE(JzModel());
+  expectRows(opening, "select inid,modelId,remark from GL_ModelSub2", {"1 | 5 | 工资"});
+}
+
+TEST_F(VoucherModelsTest, AFailureEndsTheStageAndTheRunGoesOn) {
+  account("1001");
+  sql(opening, "drop table GL_ModelSub1");
+  const Outcome outcome = transfer();
+  EXPECT_TRUE(outcome.returned);
+  EXPECT_TRUE(outcome.success);
+  EXPECT_EQ(outcome.message, "");
+  EXPECT_EQ(models("GL_ModelMain"), "1");
+  EXPECT_EQ(models("GL_ModelSub2"), "");
+  EXPECT_TRUE(wasRun("delete from GL_bmultiGroup"));
+}
+
+class SharedVoucherModelsTest : public SharedLedgerTest {};
+
+TEST_F(SharedVoucherModelsTest, AreNotTouchedWithinOneDatabase) {
+  fill(closing, "GL_ModelMain", {"modelId | cName", "1 | 工资"});
+  account("1001");
+  EXPECT_TRUE(transfer().success);
+  EXPECT_FALSE(wasRun("GL_ModelMain"));
+}
+
+}  // namespace
+}  // namespace gljz::test
