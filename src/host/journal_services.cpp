@@ -7,8 +7,11 @@ namespace {
 
 using namespace platform;
 
-// The title of the box that the run's failure handler would show. It is fetched while the failure is being handled.
+// The title of the box that the run's failure handler would show. It is fetched while the failure is being handled. A
+// stage that has something to say fetches it too, outside of any handling.
 constexpr const char* failureTitleKey = "Orvo.GL.TqGLJZ.00094";
+// What the run says of a stage that has caught its failure itself: the voucher models.
+constexpr const char* stageFailedKey = "Orvo.GL.TqGLJZ.00093";
 
 class JournalServices final : public ZwPubCls {
 public:
@@ -25,6 +28,7 @@ public:
 
   std::string ResText(const std::string& key, const std::vector<Value>* args) override {
     if (key == failureTitleKey) noteHandledFailure();
+    if (key == stageFailedKey) journal_->stageFailed();
     std::string text = inner_->ResText(key, args);
     journal_->messageAsked(key, text);
     return text;
@@ -105,7 +109,7 @@ private:
   }
   void noteHandledFailure() {
     const std::exception_ptr failure = std::current_exception();
-    if (!failure) return journal_->stageFailed();
+    if (!failure) return;
     try {
       std::rethrow_exception(failure);
     } catch (const std::exception& e) {

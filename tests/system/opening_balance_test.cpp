@@ -477,7 +477,12 @@ TEST_F(OpeningBalanceTest, ANullQuantityStopsTheVerification) {
       "cbegind_c nvarchar(12), mb money, mb_f money, nb_s float null)");
   account("1001");
   total("1001", "借", "1", "Null", "0", "Null");
-  EXPECT_THROW(CheckOpeningBalance(), platform::RunTimeError);
+  try {
+    CheckOpeningBalance();
+    ADD_FAILURE() << "a Null was read as a number";
+  } catch (const platform::RunTimeError& failure) {
+    EXPECT_EQ(failure.number(), platform::RunTimeError::invalidUseOfNull);
+  }
   EXPECT_TRUE(forms().shown().empty());
 }
 

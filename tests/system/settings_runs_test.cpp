@@ -1,5 +1,8 @@
 // Whole runs over the settings of two years: what a new year keeps and what is replaced in it.
 
+#include "detail/jz_data.h"
+#include "host/journal_services.h"
+#include "settings/view_items.h"
 #include "system/settings_tables.h"
 
 namespace gljz::test {
@@ -114,6 +117,26 @@ TEST_F(SettingsRunTest, TheClosingYearIsLeftAsItWas) {
   ASSERT_TRUE(transfer().success);
   for (std::size_t i = 0; i < before.size(); ++i)
     EXPECT_EQ(contents(closing, settingsTables[i]), before[i]) << settingsTables[i].name;
+}
+
+// --- What the host's journal makes of stages that catch their failures themselves.
+
+class SettingsJournalTest : public SettingsRunTest {
+protected:
+  SettingsJournalTest() { run.m_pubCls = host::journalServices(journal_, run.m_pubCls); }
+  std::shared_ptr<host::Journal> journal_ = std::make_shared<host::Journal>();
+};
+
+TEST_F(SettingsJournalTest, ARemarkOfAStageIsNoFailure) {
+  sql(closing, "create table GL_ViewItem(iID int)");
+  JzViewItem();  // says that there are no view items to carry
+  EXPECT_TRUE(journal_->failures().empty());
+}
+
+TEST_F(SettingsJournalTest, VoucherModelsThatCouldNotBeCarriedAreAFailure) {
+  sql(opening, "drop table GL_ModelSub1");
+  JzData();
+  EXPECT_EQ(journal_->failures().size(), 1u);
 }
 
 }  // namespace

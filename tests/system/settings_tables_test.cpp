@@ -1,5 +1,8 @@
 #include "system/settings_tables.h"
 
+#include <functional>
+#include <utility>
+
 #include "dialogs/frm_jzsn.h"
 #include "settings/other_tables.h"
 
@@ -181,6 +184,38 @@ TEST_F(CopySettingTableTest, AFailureInTheMiddleLeavesTheTablePartlyFilled) {
   sql(opening, "insert into GL_mybooktype(cid) values('旧')");
   EXPECT_THROW(CopySettingTable("GL_mybooktype"), platform::RunTimeError);
   expectRows(opening, "select cid from GL_mybooktype", {"1"});
+}
+
+// Runs something before each selection.
+class Interrupted final : public platform::Connection {
+public:
+  Interrupted(std::shared_ptr<Connection> inner, std::function<void()> interruption)
+      : inner_(std::move(inner)), interruption_(std::move(interruption)) {}
+  std::unique_ptr<platform::Recordset> OpenRecordset(const std::string& sql, int options,
+                                                     platform::CursorLocation location) override {
+    interruption_();
+    return inner_->OpenRecordset(sql, options, location);
+  }
+  void ConnectionOpen(const std::string& text) override { inner_->ConnectionOpen(text); }
+  void ConnectionClose() override { inner_->ConnectionClose(); }
+  std::string ConnectionText() const override { return inner_->ConnectionText(); }
+  platform::RawConnection& RawConnection() override { return inner_->RawConnection(); }
+  void BeginTrans() override { inner_->BeginTrans(); }
+  void CommitTrans() override { inner_->CommitTrans(); }
+  void RollbackTrans() override { inner_->RollbackTrans(); }
+  std::int64_t ExecuteSql(const std::string& sql) override { return inner_->ExecuteSql(sql); }
+
+private:
+  std::shared_ptr<Connection> inner_;
+  std::function<void()> interruption_;
+};
+
+TEST_F(CopySettingTableTest, ATableThatIsNotEmptyAfterTheDeleteTakesNothing) {
+  put(closing, "GL_mcodeauth", "上年");
+  put(opening, "GL_mcodeauth", "新年");
+  run.m_conn = std::make_shared<Interrupted>(run.m_conn, [this] { put(opening, "GL_mcodeauth", "同时"); });
+  CopySettingTable("GL_mcodeauth");
+  EXPECT_EQ(contents("GL_mcodeauth"), "同时");  // somebody else wrote between the delete and the copy
 }
 
 // --- Failures of the stage.

@@ -41,9 +41,11 @@ TEST_F(ViewItemsTest, TheFirstRunMakesTheSchemaInTheNewYear) {
   account(opening, "1001");
   ViewItemSchema();
   expectAccounts({"2006 | 1001 | 0 | 0"});
-  expectRows(opening, "select name,length,isnullable from syscolumns where id=object_id(N'GL_ViewItem') order by colid",
-             {"iID | 4 | 0", "cTitleName | 30 | 0", "cQcQmName | 20 | 0", "cTJFS | 4 | 0", "cCode1 | 80 | 1",
-              "cCode2 | 80 | 1", "cCode3 | 80 | 1", "cCode4 | 80 | 1", "cCode5 | 80 | 1"});
+  expectRows(opening,
+             "select name,length,isnullable from syscolumns where id=object_id(N'GL_ViewItem') and name<>N'iID' order "
+             "by colid",
+             {"cTitleName | 30 | 0", "cQcQmName | 20 | 0", "cTJFS | 4 | 0", "cCode1 | 80 | 1", "cCode2 | 80 | 1",
+              "cCode3 | 80 | 1", "cCode4 | 80 | 1", "cCode5 | 80 | 1"});
   EXPECT_EQ(text(opening, "select count(*) from syscolumns where id=object_id(N'GL_XmZcDetail')"), "24");
   EXPECT_EQ(text(opening, "select count(*) from GL_XmZcDetail"), "0");
   expectRows(opening, "select * from PrintEx",
