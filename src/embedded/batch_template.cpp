@@ -15,8 +15,8 @@ BatchTemplate::BatchTemplate(tsql::TokenStream tokens, std::shared_ptr<ParsedBat
   const std::string_view source = tokens_.source;
   for (const auto& t : tokens_.tokens) {
     if (!t.isLiteral()) continue;
-    const bool fixed = std::any_of(batch_->fixed.begin(), batch_->fixed.end(),
-                                   [&](const auto& f) { return f.first == t.literal; });
+    const bool fixed =
+        std::any_of(batch_->fixed.begin(), batch_->fixed.end(), [&](const auto& f) { return f.first == t.literal; });
     if (fixed) continue;  // it stays part of the fixed text
     if (t.kind != TokenKind::integer && t.kind != TokenKind::decimal && t.kind != TokenKind::string &&
         t.kind != TokenKind::nstring)
@@ -62,7 +62,8 @@ bool BatchTemplate::read(const Hole& hole, std::string_view text, std::size_t& a
   const std::size_t begin = at;
   std::int64_t number = 0;
   int digits = 0;
-  for (; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at, ++digits) number = number * 10 + (text[at] - '0');
+  for (; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at, ++digits)
+    number = number * 10 + (text[at] - '0');
   if (digits == 0 || digits > digitsThatFit) return false;
   if (hole.kind == TokenKind::integer) {
     value.type = tsql::typeOf(tsql::TypeKind::integer);

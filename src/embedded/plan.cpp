@@ -16,26 +16,33 @@ const tsql::BoundSource* onlyTable(const tsql::BoundSelect& s) {
   return s.from[0].get();
 }
 
-void numberColumns(Plan& p, const tsql::BoundSelect& s) {
+std::vector<ColumnInfo> columnsOf(const tsql::BoundSelect& s) {
+  std::vector<ColumnInfo> columns;
   for (const auto& item : s.items) {
     tsql::SqlType t = item.expr->type;
     if (t.kind == tsql::TypeKind::null) t = tsql::typeOf(tsql::TypeKind::integer);
-    p.columns.push_back({item.name, t});
+    columns.push_back({item.name, t});
   }
+  return columns;
 }
 
-// The conversions of bulk rows, without the general way: whole numbers that fit, short texts, decimals to amounts. False
-// leaves the value as it was.
+// The conversions of bulk rows, without the general way: whole numbers that fit, short texts, decimals to amounts.
+// False leaves the value as it was.
 bool quicklyConverted(Datum& v, const tsql::SqlType& from, const tsql::SqlType& to) {
   using tsql::TypeKind;
   if (const auto* n = std::get_if<std::int64_t>(&v)) {
     if (tsql::isExactInteger(from.kind)) {
       switch (to.kind) {
-        case TypeKind::tinyint: return *n >= 0 && *n <= 255;
-        case TypeKind::smallint: return *n >= INT16_MIN && *n <= INT16_MAX;
-        case TypeKind::integer: return *n >= INT32_MIN && *n <= INT32_MAX;
-        case TypeKind::bigint: return true;
-        default: break;
+        case TypeKind::tinyint:
+          return *n >= 0 && *n <= 255;
+        case TypeKind::smallint:
+          return *n >= INT16_MIN && *n <= INT16_MAX;
+        case TypeKind::integer:
+          return *n >= INT32_MIN && *n <= INT32_MAX;
+        case TypeKind::bigint:
+          return true;
+        default:
+          break;
       }
     }
     const bool whole = tsql::isExactInteger(from.kind);
@@ -43,7 +50,7 @@ bool quicklyConverted(Datum& v, const tsql::SqlType& from, const tsql::SqlType& 
     static constexpr std::array<std::int64_t, 5> toUnits = {10000, 1000, 100, 10, 1};
     const auto scale = static_cast<std::size_t>(whole ? 0 : from.scale);
     constexpr std::int64_t safe = 900'000'000'000'000;  // times 10000 still fits
-    if (to.kind == TypeKind::money && scale < toUnits.size() && *n < safe && *n > -safe) {
+    if (to.kind == TypeKind::money && scale < toUnits.size() && *n<safe&& * n> - safe) {
       v = *n * toUnits[scale];
       return true;
     }
@@ -127,13 +134,14 @@ std::shared_ptr<Plan> Session::Impl::makePlan(BoundStatement bound, int base) {
   p->reads = bound.reads;
   if (bound.select) {
     p->kind = Plan::Kind::select;
-    numberColumns(*p, *bound.select);
+    auto columns = columnsOf(*bound.select);
+    std::vector<int> baseColumns;
     const auto* only = onlyTable(*bound.select);
     if (only && !bound.select->aggregated && !bound.select->distinct && !only->table->system) {
       p->table = only->table;
       p->hiddenRow = true;
       for (const auto& item : bound.select->items)
-        p->baseColumns.push_back(
+        baseColumns.push_back(
             item.expr->op == tsql::BoundOp::column && item.expr->source == only->id ? item.expr->column : -1);
       auto row = std::make_unique<tsql::BoundExpr>();
       row->op = tsql::BoundOp::column;
@@ -142,6 +150,7 @@ std::shared_ptr<Plan> Session::Impl::makePlan(BoundStatement bound, int base) {
       row->type = tsql::typeOf(tsql::TypeKind::bigint);
       bound.select->items.push_back({std::move(row), "", false});
     }
+    p->shape = std::make_shared<const RowShape>(std::move(columns), std::move(baseColumns));
     p->sql = tsql::emitSelect(*bound.select, true);
   } else if (bound.insert) {
     p->kind = Plan::Kind::insert;
@@ -223,10 +232,49 @@ Datum Session::Impl::slotValue(const Slot& slot, const Running& r, int base) {
   return tsql::convert(v, t, slot.type, slot.style, slot.store ? tsql::ConvertMode::store : tsql::ConvertMode::cast);
 }
 
+// A parameter whose value goes in as it is: no copy, no conversion. False leaves it to the general way.
+static bool boundDirectly(sqlite3_stmt* s, int index, const platform::Value& v, const tsql::SqlType& to) {
+  using K = platform::Value::Kind;
+  using tsql::TypeKind;
+  switch (v.kind()) {
+    case K::null:
+      sqlite3_bind_null(s, index);
+      return true;
+    case K::money:
+      if (to.kind != TypeKind::money) return false;
+      sqlite3_bind_int64(s, index, v.asMoney().units());
+      return true;
+    case K::real:
+      if (to.kind != TypeKind::float_) return false;
+      sqlite3_bind_double(s, index, v.asDouble());
+      return true;
+    case K::integer: {
+      Datum n = v.asInteger();
+      if (!tsql::isExactInteger(to.kind) || !quicklyConverted(n, tsql::typeOf(TypeKind::bigint), to)) return false;
+      sqlite3_bind_int64(s, index, std::get<std::int64_t>(n));
+      return true;
+    }
+    case K::text: {
+      const std::string& t = v.textOrEmpty();
+      if (to.kind != TypeKind::nvarchar || static_cast<int>(t.size()) > to.length) return false;
+      sqlite3_bind_text64(s, index, t.data(), t.size(), SQLITE_STATIC, SQLITE_UTF8);
+      return true;
+    }
+    default:
+      return false;
+  }
+}
+
 void Session::Impl::bindSlots(Plan& p, const Running& r, int base, std::vector<Datum>& values) {
   values.resize(p.slots.size());
   for (std::size_t i = 0; i < p.slots.size(); ++i) {
-    values[i] = slotValue(p.slots[i], r, base);
+    const Slot& slot = p.slots[i];
+    if (slot.source == Slot::Source::parameter && r.parameters &&
+        static_cast<std::size_t>(slot.ordinal) < r.parameters->size() && p.selectionSql.empty() &&
+        boundDirectly(p.prepared.get(), static_cast<int>(i) + 1,
+                      (*r.parameters)[static_cast<std::size_t>(slot.ordinal)], slot.type))
+      continue;
+    values[i] = slotValue(slot, r, base);
     p.prepared.bind(static_cast<int>(i) + 1, values[i]);
   }
 }

@@ -20,28 +20,16 @@ void raise(const SqlError& e, const std::string& statement) {
 
 namespace {
 
-class FirstResult : public ResultSink {
+// The first selection's rows go into the capture; what is left for the sink is the failure.
+class FirstFailure : public ResultSink {
 public:
-  void columns(const std::vector<ColumnInfo>& c) override {
-    taking_ = !any;
-    if (!taking_) return;
-    any = true;
-    info = c;
-  }
-  void row(const std::vector<Value>& r) override {
-    if (taking_) rows.push_back(r);
-  }
+  void columns(const std::vector<ColumnInfo>&) override {}
+  void row(const std::vector<Value>&) override {}
   void endRows(std::int64_t) override {}
   void failure(const SqlError& e) override {
     if (!error) error = e;
   }
-  bool any = false;
-  std::vector<ColumnInfo> info;
-  std::vector<std::vector<Value>> rows;
   std::optional<SqlError> error;
-
-private:
-  bool taking_ = false;
 };
 
 // What both kinds share: the current row, fields by name, new and edited rows.
@@ -51,17 +39,17 @@ public:
 
   bool IsOpen() const override { return open_; }
 
-  std::size_t FieldCount() const override { return columns_.size(); }
+  std::size_t FieldCount() const override { return shape_->columns().size(); }
 
   const std::string& FieldName(std::size_t i) const override {
-    if (i >= columns_.size()) noField(std::to_string(i));
-    return columns_[i].name;
+    if (i >= shape_->columns().size()) noField(std::to_string(i));
+    return shape_->columns()[i].name;
   }
 
   Value Field(std::string_view name) const override { return Field(index(name)); }
 
   Value Field(std::size_t i) const override {
-    if (i >= columns_.size()) noField(std::to_string(i));
+    if (i >= shape_->columns().size()) noField(std::to_string(i));
     if (adding_) return pending_[i];
     if (editing_ && set_[i]) return pending_[i];
     return current()[i];
@@ -71,24 +59,24 @@ public:
     needTable();
     adding_ = true;
     editing_ = false;
-    pending_.assign(columns_.size(), Value());
-    set_.assign(columns_.size(), false);
+    pending_.assign(shape_->columns().size(), Value());
+    set_.assign(shape_->columns().size(), false);
   }
 
   void SetField(std::string_view name, const Value& v) override { SetField(index(name), v); }
 
   void SetField(std::size_t i, const Value& v) override {
-    if (i >= columns_.size()) noField(std::to_string(i));
+    if (i >= shape_->columns().size()) noField(std::to_string(i));
     if (!adding_ && !editing_) {
       needTable();
       current();
       editing_ = true;
-      pending_.assign(columns_.size(), Value());
-      set_.assign(columns_.size(), false);
+      pending_.assign(shape_->columns().size(), Value());
+      set_.assign(shape_->columns().size(), false);
     }
-    if (source_.baseColumns[i] < 0)
+    if (shape_->baseColumns()[i] < 0)
       throw RunTimeError(RunTimeError::invalidCall,
-                         "The field '" + columns_[i].name + "' is an expression and cannot be set");
+                         "The field '" + shape_->columns()[i].name + "' is an expression and cannot be set");
     pending_[i] = v;
     set_[i] = true;
   }
@@ -121,11 +109,9 @@ protected:
   }
 
   std::size_t index(std::string_view name) const {
-    for (std::size_t at = hashOf(name) & (names_.size() - 1); names_[at] >= 0; at = (at + 1) & (names_.size() - 1)) {
-      const auto column = static_cast<std::size_t>(names_[at]);
-      if (tsql::sameName(columns_[column].name, name)) return column;
-    }
-    noField(std::string(name));
+    const int i = shape_->find(name);
+    if (i < 0) noField(std::string(name));
+    return static_cast<std::size_t>(i);
   }
 
   void needTable() const {
@@ -142,7 +128,7 @@ protected:
     columns.clear();
     for (std::size_t i = 0; i < set_.size(); ++i) {
       if (!set_[i]) continue;
-      columns.push_back(source_.baseColumns[i]);
+      columns.push_back(shape_->baseColumns()[i]);
       values.push_back(std::move(pending_[i]));
     }
     auto& impl = session_->impl();
@@ -169,7 +155,7 @@ protected:
     std::vector<tsql::Datum> values;
     for (std::size_t i = 0; i < set_.size(); ++i) {
       if (!set_[i]) continue;
-      const auto& c = source_.table->columns[static_cast<std::size_t>(source_.baseColumns[i])];
+      const auto& c = source_.table->columns[static_cast<std::size_t>(shape_->baseColumns()[i])];
       tsql::SqlType from;
       auto v = fromValue(pending_[i], from);
       sql += (values.empty() ? "" : ",") + tsql::quoteName(c.name) + "=?";
@@ -188,26 +174,7 @@ protected:
   std::shared_ptr<Session> session_;
   std::string sql_;
   bool open_ = true;
-  static std::size_t hashOf(std::string_view name) {
-    std::size_t h = name.size();
-    for (const char c : name) h = h * 31 + (static_cast<unsigned char>(c) | 0x20u);
-    return h;
-  }
-
-  // A table from names to columns with open addressing; of equal names the first wins.
-  void columnsKnown() {
-    std::size_t size = 16;
-    while (size < columns_.size() * 2) size *= 2;
-    names_.assign(size, -1);
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-      std::size_t at = hashOf(columns_[i].name) & (size - 1);
-      while (names_[at] >= 0) at = (at + 1) & (size - 1);
-      names_[at] = static_cast<int>(i);
-    }
-  }
-
-  std::vector<ColumnInfo> columns_;
-  std::vector<int> names_;
+  std::shared_ptr<const RowShape> shape_;
   SelectCapture source_;
   bool adding_ = false, editing_ = false;
   std::vector<Value> pending_;
@@ -222,7 +189,7 @@ class ClientRows : public Rows {
 public:
   ClientRows(std::shared_ptr<Session> session, const std::string& sql, const std::vector<Value>& parameters = {})
       : Rows(std::move(session), sql) {
-    FirstResult first;
+    FirstFailure first;
     auto& impl = session_->impl();
     struct Restore {
       SelectCapture*& slot;
@@ -231,10 +198,9 @@ public:
     impl.capture = &source_;
     session_->execute(sql, first, parameters);
     if (first.error) raise(*first.error, sql);
-    if (!first.any) throw RunTimeError(RunTimeError::objectClosed, "The batch gave no result set: " + sql);
-    columns_ = std::move(first.info);
-    columnsKnown();
-    rows_ = std::move(first.rows);
+    if (!source_.shape) throw RunTimeError(RunTimeError::objectClosed, "The batch gave no result set: " + sql);
+    shape_ = source_.shape;
+    rows_ = std::move(source_.rows);
   }
 
   bool Bof() const override {
@@ -286,7 +252,7 @@ protected:
     if (before_ || at_ >= rows_.size()) noRow();
     return rows_[at_];
   }
-  std::int64_t currentRowNumber() const override { return source_.rows.at(at_); }
+  std::int64_t currentRowNumber() const override { return source_.rowNumbers.at(at_); }
   void replaceCurrent(std::size_t column, const Value& v) override { rows_[at_][column] = v; }
 
 private:
@@ -304,8 +270,7 @@ public:
   ServerRows(std::shared_ptr<Session> session, const std::string& sql) : Rows(std::move(session), sql) {
     guarded([&] {
       stream_ = std::make_unique<Stream>(session_->impl(), sql);
-      columns_ = stream_->columns();
-      columnsKnown();
+      shape_ = stream_->shape();
       source_ = stream_->source();
       fetch();
     });

@@ -20,6 +20,7 @@
 #include "embedded/batch_template.h"
 #include "embedded/catalog_store.h"
 #include "embedded/functions.h"
+#include "embedded/row_shape.h"
 #include "embedded/server.h"
 #include "embedded/sqlite.h"
 #include "tsql/binder.h"
@@ -55,11 +56,10 @@ struct Plan {
   std::vector<tsql::Slot> slots;  // literal ordinals count from the statement's first literal
   std::vector<tsql::Pin> pins;
   std::vector<std::shared_ptr<const DatabaseCatalog>> catalogs;
-  std::vector<ColumnInfo> columns;
+  std::shared_ptr<const RowShape> shape;
   PreparedStatement prepared;
   const tsql::TableDef* table = nullptr;  // the one that is written, or the only one that is read
   bool hiddenRow = false;                 // a last column holds the row number of `table`
-  std::vector<int> baseColumns;           // of `table`, per result column; -1 for an expression
   bool numbered = false;                  // the server gives the identity number
   std::int64_t identity = -1;             // index of the IdentityRef
   int identitySlot = -1;                  // single row: the slot that takes it
@@ -121,11 +121,11 @@ class Stream;
 
 // What the first selection of a batch read, for a result set that can be written through.
 struct SelectCapture {
-  bool done = false;
+  std::shared_ptr<const RowShape> shape;           // null until there was a selection
   std::shared_ptr<const DatabaseCatalog> catalog;  // keeps `table`
   const tsql::TableDef* table = nullptr;           // null: the rows belong to no single table
-  std::vector<int> baseColumns;
-  std::vector<std::int64_t> rows;  // row numbers
+  std::vector<std::int64_t> rowNumbers;
+  std::vector<std::vector<platform::Value>> rows;
 };
 
 struct Session::Impl : tsql::Catalog {
@@ -182,6 +182,7 @@ struct Session::Impl : tsql::Catalog {
   void afterFailure(const tsql::SqlError& e, Running& r);
   Frame* frame = nullptr;  // variables in force
   SelectCapture* capture = nullptr;
+  std::vector<tsql::Datum> scratch;  // values of the statement that is changing rows
   std::unordered_map<std::string, std::vector<std::shared_ptr<ParsedBatch>>> batches;
   std::unordered_map<std::string, std::shared_ptr<PlanSet>> planSets;
   // Forms of the batches that ran last, the newest first; of the current database.

@@ -51,22 +51,30 @@ void Session::Impl::select(const tsql::ast::SelectStatement& s, Running& r) {
         changed = true;
         return;
       }
-      r.sink->columns(p->columns);
-      std::int64_t n = 0;
-      SelectCapture* const into = capture && !capture->done ? capture : nullptr;
-      if (into) {
-        into->done = true;
-        if (p->hiddenRow) {
-          into->table = p->table;
-          into->catalog = sharedCatalog(*p->table);
-          into->baseColumns = p->baseColumns;
-        }
-      }
-      std::vector<platform::Value> row(p->columns.size());
-      for (; more; more = p->prepared.step(), ++n) {
-        if (into && p->hiddenRow) into->rows.push_back(p->prepared.integer(static_cast<int>(row.size())));
+      const auto& columns = p->shape->columns();
+      const auto readRow = [&](std::vector<platform::Value>& row) {
         for (std::size_t i = 0; i < row.size(); ++i)
-          row[i] = toValue(p->prepared.column(static_cast<int>(i)), p->columns[i].type);
+          row[i] = toValue(p->prepared.column(static_cast<int>(i)), columns[i].type);
+      };
+      std::int64_t n = 0;
+      if (capture && !capture->shape) {
+        capture->shape = p->shape;
+        if (p->hiddenRow) {
+          capture->table = p->table;
+          capture->catalog = sharedCatalog(*p->table);
+        }
+        for (; more; more = p->prepared.step(), ++n) {
+          readRow(capture->rows.emplace_back(columns.size()));
+          if (p->hiddenRow) capture->rowNumbers.push_back(p->prepared.integer(static_cast<int>(columns.size())));
+        }
+        rowCount = n;
+        lastError = 0;
+        return;
+      }
+      r.sink->columns(columns);
+      std::vector<platform::Value> row(columns.size());
+      for (; more; more = p->prepared.step(), ++n) {
+        readRow(row);
         r.sink->row(row);
       }
       rowCount = n;
@@ -113,7 +121,7 @@ Datum Session::Impl::scalar(const tsql::ast::Expr& e, const tsql::TokenStream& t
 }
 
 std::int64_t Session::Impl::change(Plan& p, const Running& r, int base) {
-  std::vector<Datum> values;
+  std::vector<Datum>& values = scratch;
   bindSlots(p, r, base, values);
   std::int64_t count = 0;
   const auto step = [&] {

@@ -16,12 +16,12 @@ Stream::Stream(Session::Impl& session, const std::string& statement) : session_(
   const auto plan = session.makePlan(
       tsql::bindSelect(*static_cast<const tsql::ast::SelectStatement&>(*tree.statements[0]).select, tokens, session),
       0);
-  columns_ = plan->columns;
+  shape_ = plan->shape;
   hiddenRow_ = plan->hiddenRow;
+  source_.shape = shape_;
   if (hiddenRow_) {
     source_.table = plan->table;
     source_.catalog = session.sharedCatalog(*plan->table);
-    source_.baseColumns = plan->baseColumns;
   }
   const std::vector<platform::Value> none;
   const Running r{&tokens, nullptr, nullptr, &none, nullptr, false};
@@ -89,8 +89,9 @@ bool Stream::read(std::vector<platform::Value>& row, std::int64_t& rowNumber) {
     rows_.reset();
     return false;
   }
-  row.resize(columns_.size());
-  for (std::size_t i = 0; i < row.size(); ++i) row[i] = toValue(rows_.column(static_cast<int>(i)), columns_[i].type);
+  row.resize(shape_->columns().size());
+  for (std::size_t i = 0; i < row.size(); ++i)
+    row[i] = toValue(rows_.column(static_cast<int>(i)), shape_->columns()[i].type);
   if (hiddenRow_) rowNumber = rows_.integer(static_cast<int>(row.size()));
   return true;
 }

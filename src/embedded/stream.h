@@ -21,7 +21,7 @@ public:
   Stream(const Stream&) = delete;
   Stream& operator=(const Stream&) = delete;
 
-  const std::vector<ColumnInfo>& columns() const { return columns_; }
+  const std::shared_ptr<const RowShape>& shape() const { return shape_; }
   // The next rows, at most a block; empty at the end.
   std::vector<std::vector<platform::Value>> fetch();
   // Takes the remaining rows into memory, so that the connection is free.
@@ -40,7 +40,7 @@ private:
   std::string spoolTable_;
   PreparedStatement rows_;
   std::vector<tsql::Datum> values_;
-  std::vector<ColumnInfo> columns_;
+  std::shared_ptr<const RowShape> shape_;
   SelectCapture source_;
   bool hiddenRow_ = false, ended_ = false;
   std::vector<std::int64_t> rowNumbers_;

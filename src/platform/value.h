@@ -54,6 +54,12 @@ public:
   double asDouble() const;
   DateTime asDateTime() const;
   const Bytes& asBytes() const;
+  // The text itself, without a copy; an empty one for every other kind.
+  const std::string& textOrEmpty() const {
+    static const std::string none;
+    const auto* t = std::get_if<std::string>(&v_);
+    return t ? *t : none;
+  }
 
   // Text for a display or a message: Null gives an empty text; never throws but for bytes.
   std::string displayText() const;
