@@ -62,19 +62,9 @@ constexpr std::array<const char*, columnCount> columnNames{
 // the same selection is read a hundred thousand times a run.
 class Row {
 public:
-  explicit Row(const platform::Recordset& row) : row_(row), fieldCount_(row.FieldCount()) {}
+  explicit Row(const platform::Recordset& row) : row_(row) {}
 
-  Value field(Column column) const {
-    thread_local std::array<std::size_t, columnCount> places{};
-    std::size_t& place = places[column];
-    const char* name = columnNames[column];
-    if (place >= fieldCount_ || !platform::equalsIgnoreCase(row_.FieldName(place), name)) {
-      place = 0;
-      while (place < fieldCount_ && !platform::equalsIgnoreCase(row_.FieldName(place), name)) ++place;
-      if (place == fieldCount_) return row_.Field(name);  // fails with the driver's own text
-    }
-    return row_.Field(place);
-  }
+  Value field(Column column) const { return row_.Field(columnNames[column]); }
 
   void text(Column column, std::string& to) const {
     const Value v = field(column);
@@ -114,7 +104,6 @@ private:
     return v.isNull() || (v.kind() == Value::Kind::text && platform::trim(v.asText()).empty());
   }
   const platform::Recordset& row_;
-  std::size_t fieldCount_;
 };
 
 void loadCurrencyCode(const Row& row, const CurrencyCode& currencyCode, bool bySelector, CodeRecord& record) {

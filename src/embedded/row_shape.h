@@ -23,8 +23,8 @@ public:
     // Names are asked for again and again in one spelling: it is remembered and compared byte by byte first.
     if (name.empty() || names_.empty()) return search(name);
     auto& known = spelled_[(name.size() * 7 + static_cast<unsigned char>(name.front()) * 3 +
-                            static_cast<unsigned char>(name.back())) %
-                           spelled_.size()];
+                            static_cast<unsigned char>(name.back()) * 5) &
+                           (spelled_.size() - 1)];
     if (known.name == name) return known.column;
     const int column = search(name);
     if (column >= 0) known = {std::string(name), column};

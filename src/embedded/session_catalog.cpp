@@ -90,12 +90,13 @@ Session::Impl::Attached* Session::Impl::attach(std::string_view database) {
     has = {};
     if (known) return;
     if (tsql::sameName(*spelled, tempdb)) {
-      run(db.get(), "BEGIN IMMEDIATE");
+      const bool own = sqlite3_get_autocommit(db.get()) != 0;  // else inside the transaction of the run
+      if (own) run(db.get(), "BEGIN IMMEDIATE");
       PreparedStatement again(db.get(), "SELECT 1 FROM " + q + ".sqlite_schema WHERE name='_ts_objects'");
       const bool made = again.step();
       again = {};
       if (!made) createCatalog(db.get(), a.schemaName);
-      run(db.get(), "COMMIT");
+      if (own) run(db.get(), "COMMIT");
       return;
     }
     run(db.get(), "DETACH " + q);

@@ -1,0 +1,172 @@
+#include <algorithm>
+#include <array>
+
+#include "tsql/emitter_impl.h"
+
+namespace tsql {
+
+void Emitter::source(const BoundSource& s) {
+  switch (s.kind) {
+    case BoundSource::Kind::table:
+      add(s.table->storage);
+      add(" AS s");
+      add(static_cast<std::int64_t>(s.id));
+      break;
+    case BoundSource::Kind::derived:
+      add("(");
+      select(*s.derived, false);
+      add(") AS s");
+      add(static_cast<std::int64_t>(s.id));
+      break;
+    case BoundSource::Kind::join: {
+      static constexpr std::array<const char*, 5> words = {" JOIN ", " LEFT JOIN ", " RIGHT JOIN ", " FULL JOIN ",
+                                                           " JOIN "};
+      source(*s.left);
+      add(words[static_cast<std::size_t>(s.join)]);
+      const bool nested = s.right->kind == BoundSource::Kind::join;
+      if (nested) add("(");
+      source(*s.right);
+      if (nested) add(")");
+      if (s.condition) {
+        add(" ON ");
+        expr(*s.condition);
+      }
+      break;
+    }
+  }
+}
+
+bool Emitter::outerJoin(const BoundSource& s) {
+  return s.kind == BoundSource::Kind::join &&
+         (s.join == ast::JoinKind::right || s.join == ast::JoinKind::full || outerJoin(*s.left) || outerJoin(*s.right));
+}
+
+void Emitter::fromWhere(const BoundSelect& s) {
+  for (std::size_t i = 0; i < s.from.size(); ++i) {
+    add(i ? "," : " FROM ");
+    const bool brackets = s.from.size() > 1 && outerJoin(*s.from[i]);
+    if (brackets) add("(");
+    source(*s.from[i]);
+    if (brackets) add(")");
+  }
+  if (s.where) {
+    add(" WHERE ");
+    expr(*s.where);
+  }
+}
+
+void Emitter::core(const BoundSelect& s, bool inUnion) {
+  add(s.distinct ? "SELECT DISTINCT " : "SELECT ");
+  for (std::size_t i = 0; i < s.items.size(); ++i) {
+    if (i) add(",");
+    if (s.distinct || inUnion)
+      collated(*s.items[i].expr);
+    else
+      expr(*s.items[i].expr);
+    add(" AS c");
+    add(static_cast<std::int64_t>(i));
+  }
+  fromWhere(s);
+  if (!s.groupBy.empty()) {
+    add(" GROUP BY ");
+    for (std::size_t i = 0; i < s.groupBy.size(); ++i) {
+      if (i) add(",");
+      collated(*s.groupBy[i]);
+    }
+  }
+  if (s.having) {
+    add(" HAVING ");
+    expr(*s.having);
+  }
+}
+
+void Emitter::order(const BoundSelect& s, bool natural) {
+  if (s.orderBy.empty()) {
+    if (natural && !s.distinct && !s.aggregated) naturalOrder(s);
+    return;
+  }
+  add(" ORDER BY ");
+  for (std::size_t i = 0; i < s.orderBy.size(); ++i) {
+    if (i) add(",");
+    const auto& o = s.orderBy[i];
+    const BoundExpr& e = o.expr ? *o.expr : *s.items[static_cast<std::size_t>(o.position)].expr;
+    const bool wide = e.type.kind == TypeKind::decimal && e.type.precision > 18;
+    if (wide) add("ts_dkey(");
+    if (o.expr)
+      expr(e);
+    else if (wide)
+      add("c" + std::to_string(o.position));
+    else
+      add(static_cast<std::int64_t>(o.position) + 1);
+    if (wide) add(")");
+    if (isText(e.type.kind)) add(collate);
+    if (o.descending) add(" DESC");
+  }
+}
+
+void Emitter::leaves(const BoundSource& s, std::vector<const BoundSource*>& out) const {
+  if (s.kind == BoundSource::Kind::join) {
+    leaves(*s.left, out);
+    leaves(*s.right, out);
+  } else if (s.table) {
+    out.push_back(&s);
+  }
+}
+
+bool Emitter::hasOuterJoin(const BoundSource& s) {
+  return s.kind == BoundSource::Kind::join &&
+         (s.join != ast::JoinKind::inner || hasOuterJoin(*s.left) || hasOuterJoin(*s.right));
+}
+
+// The first item of the selection that is a column of the table; the number of items when none is.
+std::size_t Emitter::firstItemOf(const BoundSelect& s, const BoundSource& table) {
+  std::size_t i = 0;
+  while (i < s.items.size() && !(s.items[i].expr->op == BoundOp::column && s.items[i].expr->source == table.id)) ++i;
+  return i;
+}
+
+// Rows come in the order of their row numbers, first by the table that the selection names first: lines that are
+// selected with something of their account come as they were entered, whatever stands first in the from clause. What
+// an outer join may leave out never leads.
+void Emitter::naturalOrder(const BoundSelect& s) {
+  std::vector<const BoundSource*> tables;
+  for (const auto& f : s.from) leaves(*f, tables);
+  if (std::none_of(s.from.begin(), s.from.end(), [](const auto& f) { return hasOuterJoin(*f); }))
+    std::stable_sort(tables.begin(), tables.end(), [&](const BoundSource* a, const BoundSource* b) {
+      return firstItemOf(s, *a) < firstItemOf(s, *b);
+    });
+  for (std::size_t i = 0; i < tables.size(); ++i) {
+    add(i ? "," : " ORDER BY ");
+    add("s" + std::to_string(tables[i]->id) + "." + tables[i]->table->rowNumber);
+  }
+}
+
+void Emitter::limit(const BoundSelect& s) {
+  if (!s.top) return;
+  add(" LIMIT ");
+  expr(*s.top);
+}
+
+void Emitter::select(const BoundSelect& s, bool natural) {
+  if (!s.next) {
+    core(s, false);
+    order(s, natural || s.top);
+    limit(s);
+    return;
+  }
+  // order by stands on the first select but orders the whole.
+  for (const BoundSelect* part = &s; part; part = part->next.get()) {
+    if (part->top) {
+      add("SELECT * FROM (");
+      core(*part, true);
+      limit(*part);
+      add(")");
+    } else {
+      core(*part, true);
+    }
+    if (part->next) add(part->op == ast::SetOperation::unionAll ? " UNION ALL " : " UNION ");
+  }
+  order(s, false);
+}
+
+}  // namespace tsql
