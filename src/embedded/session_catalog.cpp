@@ -61,6 +61,27 @@ void Session::Impl::open() {
   registerSessionFunctions();
 }
 
+// Sets a file that was just attached up, and makes tempdb's catalog when nobody has yet. A file that is no database of
+// this server is a failure.
+void Session::Impl::prepareAttached(const std::string& name, const std::string& schemaName) {
+  const std::string q = quoteName(schemaName);
+  const bool alone = sqlite3_get_autocommit(db.get()) != 0;
+  run(db.get(), "PRAGMA " + q + ".journal_mode=WAL");
+  // Inside a transaction the level cannot be changed; the stricter default then stays.
+  if (alone) run(db.get(), "PRAGMA " + q + ".synchronous=NORMAL");
+  run(db.get(), "PRAGMA " + q + ".cache_size=-65536");
+  const auto known = [&] {
+    PreparedStatement s(db.get(), "SELECT 1 FROM " + q + ".sqlite_schema WHERE name='_ts_objects'");
+    return s.step();
+  };
+  if (known()) return;
+  if (!tsql::sameName(name, tempdb))
+    throw SqliteFailure{SQLITE_NOTADB, "'" + server->impl().fileOf(name) + "' is no database of this server"};
+  if (alone) run(db.get(), "BEGIN IMMEDIATE");
+  if (!known()) createCatalog(db.get(), schemaName);
+  if (alone) run(db.get(), "COMMIT");
+}
+
 Session::Impl::Attached* Session::Impl::attach(std::string_view database) {
   if (const auto it = attached.find(database); it != attached.end()) {
     it->second.used = ++useCounter;
@@ -74,33 +95,21 @@ Session::Impl::Attached* Session::Impl::attach(std::string_view database) {
   a.name = *spelled;
   a.schemaName = schemaNameOf(*spelled);
   check([&] {
-    const std::string file = server->impl().fileOf(*spelled);
     PreparedStatement s(db.get(), "ATTACH ? AS ?");
-    const tsql::Datum path = file, schema = a.schemaName;
+    const tsql::Datum path = server->impl().fileOf(*spelled), schema = a.schemaName;
     s.bind(1, path);
     s.bind(2, schema);
     s.step();
-    const std::string q = quoteName(a.schemaName);
-    run(db.get(), "PRAGMA " + q + ".journal_mode=WAL");
-    // Inside a transaction the level cannot be changed; the stricter default then stays.
-    if (sqlite3_get_autocommit(db.get())) run(db.get(), "PRAGMA " + q + ".synchronous=NORMAL");
-    run(db.get(), "PRAGMA " + q + ".cache_size=-65536");
-    PreparedStatement has(db.get(), "SELECT 1 FROM " + q + ".sqlite_schema WHERE name='_ts_objects'");
-    const bool known = has.step();
-    has = {};
-    if (known) return;
-    if (tsql::sameName(*spelled, tempdb)) {
-      const bool own = sqlite3_get_autocommit(db.get()) != 0;  // else inside the transaction of the run
-      if (own) run(db.get(), "BEGIN IMMEDIATE");
-      PreparedStatement again(db.get(), "SELECT 1 FROM " + q + ".sqlite_schema WHERE name='_ts_objects'");
-      const bool made = again.step();
-      again = {};
-      if (!made) createCatalog(db.get(), a.schemaName);
-      if (own) run(db.get(), "COMMIT");
-      return;
+    s = {};
+    try {
+      prepareAttached(a.name, a.schemaName);
+    } catch (...) {
+      // Half-attached it would be in the way of the next try.
+      const bool alone = sqlite3_get_autocommit(db.get()) != 0;
+      if (!alone && !begun) sqlite3_exec(db.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+      sqlite3_exec(db.get(), ("DETACH " + quoteName(a.schemaName)).c_str(), nullptr, nullptr, nullptr);
+      throw;
     }
-    run(db.get(), "DETACH " + q);
-    throw SqliteFailure{SQLITE_NOTADB, "'" + file + "' is no database of this server"};
   });
   a.used = ++useCounter;
   return &(attached[*spelled] = std::move(a));

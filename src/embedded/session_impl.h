@@ -153,6 +153,7 @@ struct Session::Impl : tsql::Catalog {
 
   void open();
   Attached* attach(std::string_view database);  // null when there is no such database
+  void prepareAttached(const std::string& name, const std::string& schemaName);
   void detachIdle();
   const DatabaseCatalog* catalogOf(std::string_view database);
   std::shared_ptr<const DatabaseCatalog> sharedCatalog(const tsql::TableDef& t);

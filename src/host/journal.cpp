@@ -108,8 +108,11 @@ void Journal::end(const Statement& statement, std::string_view text, std::int64_
   stage.milliseconds += milliseconds;
   if (!text.empty()) lastStatement_.assign(text.substr(0, maxStatementText));
   if (rows > 0) {
-    const StatementHead head = statementHead(text);
-    if (head.kind == StatementHead::Kind::insert) rows = rowsOfBatch(text, rows);
+    StatementHead head = statementHead(text);
+    if (head.kind == StatementHead::Kind::insert)
+      rows = rowsOfBatch(text, rows);
+    else
+      head = lastChangeHead(text);
     if (!head.table.empty() && !head.temporary) {
       Table& t = table(head.table);
       if (head.kind == StatementHead::Kind::insert) t.inserted += rows;

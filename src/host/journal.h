@@ -34,6 +34,7 @@ public:
   };
   struct Table {
     std::string name;  // as its first statement spells it
+    // read: rows fetched one by one to be carried. What a statement moves inside the server is not read.
     std::int64_t read = 0, inserted = 0, updated = 0, deleted = 0;
     std::int64_t written() const { return inserted + updated; }
   };
@@ -65,7 +66,8 @@ public:
   void end(const Statement& statement, std::string_view text, std::int64_t rows);
   void opened(Statement& statement, std::string_view text);  // its trace line is written by rowsRead
   void fail(const Statement& statement, std::string_view text, const std::exception& failure);
-  // A result set was closed after so many rows were walked.
+  // A result set was closed after so many rows were walked. table: whose data they are; empty when they are not rows
+  // that a table carries.
   void rowsRead(const Statement& statement, std::string_view text, std::string_view table, std::int64_t rows);
   void rowWritten(std::size_t stage, std::string_view table, bool inserted);
 

@@ -18,6 +18,8 @@ public:
       : journal_(std::move(journal)), inner_(std::move(inner)), statement_(statement) {
     const StatementHead head = statementHead(sql);
     if (!head.temporary) table_.assign(head.table);
+    // The new year's own rows are looked at, not carried.
+    fetchesData_ = !head.condensed && (statement.role == Role::closingYear || head.qualified);
     if (journal_->tracing()) sql_ = sql;
     if (!inner_->Eof()) rows_ = 1;
   }
@@ -38,6 +40,7 @@ public:
   }
   void MoveNext() override {
     observed("move", [&] { inner_->MoveNext(); });
+    walked_ = true;
     if (!inner_->Eof()) ++rows_;
   }
   void MovePrevious() override {
@@ -66,8 +69,10 @@ private:
       throw;
     }
   }
+  // A result set that nobody walked was a look-up: a name, a total, whether there is any row.
   void finish() {
-    if (!std::exchange(finished_, true)) journal_->rowsRead(statement_, sql_, table_, rows_);
+    if (!std::exchange(finished_, true))
+      journal_->rowsRead(statement_, sql_, fetchesData_ && walked_ ? table_ : std::string(), rows_);
   }
 
   std::shared_ptr<Journal> journal_;
@@ -75,7 +80,7 @@ private:
   Journal::Statement statement_;
   std::string table_, sql_;
   std::int64_t rows_ = 0;
-  bool adding_ = false, finished_ = false;
+  bool fetchesData_ = false, walked_ = false, adding_ = false, finished_ = false;
 };
 
 class JournalConnection;

@@ -94,7 +94,7 @@ bool customerFits(const Recordset& row) {
   if (!run.m_bManual) return false;
   CustomerRecord customer;
   LoadCustomer(lastConn(), code, customer);
-  report("Orvo.GL.TqGLJZ.00118", code, customer.cCusName, gone);
+  report("Orvo.GL.TqGLJZ.00118", code, customer.cCusAbbName, gone);  // the short name, as in every report row
   return false;
 }
 
@@ -105,7 +105,7 @@ bool vendorFits(const Recordset& row) {
   if (!run.m_bManual) return false;
   VendorRecord vendor;
   LoadVendor(lastConn(), code, vendor);
-  report("Orvo.GL.TqGLJZ.00120", code, vendor.cVenName, gone);
+  report("Orvo.GL.TqGLJZ.00120", code, vendor.cVenAbbName, gone);
   return false;
 }
 

@@ -184,14 +184,14 @@ TEST_F(TransferDefinitionsTest, ACustomerThatIsGoneKeepsTheDefinitionBehind) {
   account("5502");
   fill(closing, "Customer", {"cCusCode | cCusName | cCusAbbName", "C6 | 远图公司 | 远图"});
   definitions(closing, {"itype | ctran_id | inid | ccode | ccus_id", "1 | 0001 | 1 | 5502 | C6"});
-  expectLeftOut("客户|C6|远图公司|转账定义：新年度中不存在");
+  expectLeftOut("客户|C6|远图|转账定义：新年度中不存在");
 }
 
 TEST_F(TransferDefinitionsTest, ASupplierThatIsGoneKeepsTheDefinitionBehind) {
   account("5502");
   fill(closing, "Vendor", {"cVenCode | cVenName | cVenAbbName", "V4 | 宝钢公司 | 宝钢"});
   definitions(closing, {"itype | ctran_id | inid | ccode | csup_id", "1 | 0001 | 1 | 5502 | V4"});
-  expectLeftOut("供应商|V4|宝钢公司|转账定义：新年度中不存在");
+  expectLeftOut("供应商|V4|宝钢|转账定义：新年度中不存在");
 }
 
 TEST_F(TransferDefinitionsTest, AnItemThatIsGoneKeepsTheDefinitionBehind) {
