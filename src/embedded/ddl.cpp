@@ -551,6 +551,7 @@ void Session::Impl::dropDatabase(const tsql::ast::DropDatabase& s) {
     forgetPlans();
     check([&] { embedded::run(db.get(), "DETACH " + quoteName(it->second.schemaName)); });
     attached.erase(it);
+    ++catalogEpoch;
   }
   {
     const std::lock_guard lock(server->impl().mutex);

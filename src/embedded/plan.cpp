@@ -84,10 +84,13 @@ std::shared_ptr<PlanSet> Session::Impl::planSet(const tsql::ast::Statement& s, c
 }
 
 bool Session::Impl::holds(const Plan& p, const TokenStream& tokens, int base) const {
-  for (const auto& c : p.catalogs) {
-    if (c == temporary) continue;
-    const auto it = attached.find(c->name);
-    if (it == attached.end() || it->second.catalog != c) return false;
+  if (p.checkedAt != catalogEpoch) {
+    for (const auto& c : p.catalogs) {
+      if (c == temporary) continue;
+      const auto it = attached.find(c->name);
+      if (it == attached.end() || it->second.catalog != c) return false;
+    }
+    p.checkedAt = catalogEpoch;
   }
   for (const auto& pin : p.pins) {
     const auto& v = tokens.literals[static_cast<std::size_t>(pin.ordinal + base)];
@@ -96,14 +99,7 @@ bool Session::Impl::holds(const Plan& p, const TokenStream& tokens, int base) co
   return true;
 }
 
-std::shared_ptr<Plan> Session::Impl::plan(PlanSet& set, const Running& r, std::size_t firstToken,
-                                          const std::function<BoundStatement()>& bind) {
-  const int base = literalBase(*r.tokens, firstToken);
-  if (cacheOn)
-    for (const auto& p : set.plans)
-      if (holds(*p, *r.tokens, base)) return p;
-  refreshCatalogs();
-  auto made = makePlan(bind(), base);
+std::shared_ptr<Plan> Session::Impl::keepPlan(PlanSet& set, std::shared_ptr<Plan> made) {
   std::erase_if(set.plans, [&](const auto& p) {
     for (const auto& c : p->catalogs)
       if (c != temporary && (!attached.contains(c->name) || attached[c->name].catalog != c)) return true;

@@ -50,7 +50,7 @@ public:
 
   Value Field(std::size_t i) const override {
     if (i >= shape_->columns().size()) noField(std::to_string(i));
-    if (adding_) return pending_[i];
+    if (adding_) return set_[i] ? pending_[i] : Value();
     if (editing_ && set_[i]) return pending_[i];
     return current()[i];
   }
@@ -59,8 +59,8 @@ public:
     needTable();
     adding_ = true;
     editing_ = false;
-    pending_.assign(shape_->columns().size(), Value());
-    set_.assign(shape_->columns().size(), false);
+    pending_.resize(shape_->columns().size());  // values of an earlier row stay, but they do not count: set_ decides
+    set_.assign(shape_->columns().size(), 0);
   }
 
   void SetField(std::string_view name, const Value& v) override { SetField(index(name), v); }
@@ -78,7 +78,7 @@ public:
       throw RunTimeError(RunTimeError::invalidCall,
                          "The field '" + shape_->columns()[i].name + "' is an expression and cannot be set");
     pending_[i] = v;
-    set_[i] = true;
+    set_[i] = 1;
   }
 
   void Update() override {
@@ -122,20 +122,16 @@ protected:
   }
 
   void addRow() {
-    auto& values = rowValues_;
     auto& columns = rowColumns_;
-    values.clear();
     columns.clear();
-    for (std::size_t i = 0; i < set_.size(); ++i) {
-      if (!set_[i]) continue;
-      columns.push_back(shape_->baseColumns()[i]);
-      values.push_back(std::move(pending_[i]));
-    }
+    for (std::size_t i = 0; i < set_.size(); ++i)
+      if (set_[i]) columns.push_back(static_cast<int>(i));
     auto& impl = session_->impl();
     if (!insert_ || insertColumns_ != columns || !impl.stillHolds(*insert_)) {
       std::string names, marks;
       for (const int c : columns) {
-        names += (names.empty() ? "[" : ",[") + source_.table->columns[static_cast<std::size_t>(c)].name + "]";
+        const int base = shape_->baseColumns()[static_cast<std::size_t>(c)];
+        names += (names.empty() ? "[" : ",[") + source_.table->columns[static_cast<std::size_t>(base)].name + "]";
         marks += marks.empty() ? "?" : ",?";
       }
       const std::string target = source_.table->temporary
@@ -143,9 +139,13 @@ protected:
                                      : "[" + source_.table->database + "]..[" + source_.table->name + "]";
       insert_ = impl.rowPlan(columns.empty() ? "insert into " + target + " default values"
                                              : "insert into " + target + "(" + names + ") values(" + marks + ")");
+      // The n-th mark takes the value of the n-th column that is set: straight from the pending row.
+      for (auto& slot : insert_->slots)
+        if (slot.source == tsql::Slot::Source::parameter)
+          slot.ordinal = columns[static_cast<std::size_t>(slot.ordinal)];
       insertColumns_ = columns;
     }
-    impl.runRowPlan(*insert_, values);
+    impl.runRowPlan(*insert_, pending_);
   }
 
   void editRow() {
@@ -178,11 +178,10 @@ protected:
   SelectCapture source_;
   bool adding_ = false, editing_ = false;
   std::vector<Value> pending_;
-  std::vector<bool> set_;
+  std::vector<char> set_;
   std::shared_ptr<Plan> insert_;
   std::vector<int> insertColumns_;
-  std::vector<Value> rowValues_;  // kept from row to row for their memory
-  std::vector<int> rowColumns_;
+  std::vector<int> rowColumns_;  // kept from row to row for its memory
 };
 
 class ClientRows : public Rows {

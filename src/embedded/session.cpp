@@ -252,6 +252,7 @@ void Session::Impl::runStatement(const tsql::ast::Statement& s, Running& r) {
       runOne(s, r);
     } catch (const StalePlan&) {
       for (auto& [name, a] : attached) a.catalog.reset();
+      ++catalogEpoch;
       r.batch->plans.clear();
       r.batch->conditions.clear();
       planSets.clear();

@@ -125,6 +125,7 @@ void Session::Impl::detachIdle() {
   forgetPlans();
   check([&] { run(db.get(), "DETACH " + quoteName(oldest->schemaName)); });
   attached.erase(attached.find(oldest->name));
+  ++catalogEpoch;
 }
 
 const DatabaseCatalog* Session::Impl::catalogOf(std::string_view database) {
@@ -137,6 +138,7 @@ const DatabaseCatalog* Session::Impl::catalogOf(std::string_view database) {
       a->schemaVersion = v.integer(0);
       v = {};
       a->catalog = loadCatalog(db.get(), a->name, a->schemaName, false);
+      ++catalogEpoch;
     });
   return a->catalog.get();
 }
@@ -156,7 +158,9 @@ void Session::Impl::refreshCatalogs() {
     check([&] {
       PreparedStatement v(db.get(), "PRAGMA " + quoteName(a.schemaName) + ".schema_version");
       v.step();
-      if (v.integer(0) != a.schemaVersion) a.catalog.reset();
+      if (v.integer(0) == a.schemaVersion) return;
+      a.catalog.reset();
+      ++catalogEpoch;
     });
   }
 }
@@ -171,11 +175,15 @@ std::vector<std::shared_ptr<const DatabaseCatalog>> Session::Impl::currentCatalo
 void Session::Impl::reloadCatalog(const std::string& schemaName) {
   if (begun) changedSchemas.insert(schemaName);
   if (schemaName == temporarySchema) {
-    check([&] { temporary = loadCatalog(db.get(), tempdb, temporarySchema, true); });
+    check([&] {
+      temporary = loadCatalog(db.get(), tempdb, temporarySchema, true);
+      ++catalogEpoch;
+    });
     return;
   }
   for (auto& [name, a] : attached)
     if (a.schemaName == schemaName) a.catalog.reset();
+  ++catalogEpoch;
 }
 
 void Session::Impl::needTemporary() {
@@ -183,6 +191,7 @@ void Session::Impl::needTemporary() {
   check([&] {
     createCatalog(db.get(), temporarySchema);
     temporary = loadCatalog(db.get(), tempdb, temporarySchema, true);
+    ++catalogEpoch;
   });
 }
 

@@ -56,6 +56,7 @@ struct Plan {
   std::vector<tsql::Slot> slots;  // literal ordinals count from the statement's first literal
   std::vector<tsql::Pin> pins;
   std::vector<std::shared_ptr<const DatabaseCatalog>> catalogs;
+  mutable std::uint64_t checkedAt = 0;  // Impl::catalogEpoch when the catalogs were last found to stand
   std::shared_ptr<const RowShape> shape;
   PreparedStatement prepared;
   const tsql::TableDef* table = nullptr;  // the one that is written, or the only one that is read
@@ -149,7 +150,8 @@ struct Session::Impl : tsql::Catalog {
   std::map<std::string, Attached, LessNoCase> attached;
   std::shared_ptr<const DatabaseCatalog> temporary;  // the # tables; null until the first one
   std::uint64_t useCounter = 0;
-  bool catalogsStale = true;  // look for changes of others before the next binding
+  std::uint64_t catalogEpoch = 1;  // grows when a catalog is read anew or dropped
+  bool catalogsStale = true;       // look for changes of others before the next binding
 
   void open();
   Attached* attach(std::string_view database);  // null when there is no such database
@@ -196,8 +198,17 @@ struct Session::Impl : tsql::Catalog {
 
   // ---- plans (plan.cpp)
   std::shared_ptr<PlanSet> planSet(const tsql::ast::Statement& s, const Running& r);
-  std::shared_ptr<Plan> plan(PlanSet& set, const Running& r, std::size_t firstToken,
-                             const std::function<tsql::BoundStatement()>& bind);
+  // The plan of a set that holds for these literals; bound and prepared when there is none yet.
+  template <class Bind>
+  std::shared_ptr<Plan> plan(PlanSet& set, const Running& r, std::size_t firstToken, Bind&& bind) {
+    const int base = literalBase(*r.tokens, firstToken);
+    if (cacheOn)
+      for (const auto& p : set.plans)
+        if (holds(*p, *r.tokens, base)) return p;
+    refreshCatalogs();
+    return keepPlan(set, makePlan(bind(), base));
+  }
+  std::shared_ptr<Plan> keepPlan(PlanSet& set, std::shared_ptr<Plan> made);
   std::shared_ptr<Plan> makePlan(tsql::BoundStatement bound, int literalBase);
   bool holds(const Plan& p, const tsql::TokenStream& tokens, int literalBase) const;
   void bindSlots(Plan& p, const Running& r, int literalBase, std::vector<tsql::Datum>& values);

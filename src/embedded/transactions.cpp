@@ -48,6 +48,7 @@ void Session::Impl::rollback() {
   for (const auto& schema : changed) {
     if (schema == "temp") {
       temporary.reset();
+      ++catalogEpoch;
       PreparedStatement has(db.get(), "SELECT 1 FROM temp.sqlite_schema WHERE name='_ts_objects'");
       const bool known = has.step();
       has = {};

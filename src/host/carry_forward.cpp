@@ -83,6 +83,7 @@ public:
   RunResult run() {
     prepare();
     RunResult result;
+    result.language = options_.language;
     const auto start = std::chrono::steady_clock::now();
     try {
       if (options_.entry == Entry::transfer)

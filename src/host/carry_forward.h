@@ -48,6 +48,7 @@ struct Stop {
 };
 
 struct RunResult {
+  std::string language;      // of the texts below, and of the report for a person
   bool returned = false;     // the entry's result; False after an uncaught failure
   bool success = false;      // what getTransferMsg gives
   std::string message;       // what getTransferMsg gives

@@ -145,10 +145,10 @@ void Journal::fail(const Statement& statement, std::string_view text, const std:
   if (trace_) traceLine(statement, text, -1, milliseconds, &failure);
 }
 
-void Journal::rowsRead(const Statement& statement, std::string_view text, std::string_view tableName,
-                       std::int64_t rows) {
+void Journal::rowsRead(const Statement& statement, std::string_view text, std::string_view tableName, std::int64_t rows,
+                       bool carried) {
   stages_[statement.stage].rowsRead += rows;
-  if (!tableName.empty() && rows > 0) table(tableName).read += rows;
+  if (!tableName.empty() && rows > 0) table(tableName).read += carried ? rows : 0;
   if (trace_) traceLine(statement, text, rows, statement.milliseconds, nullptr);
 }
 

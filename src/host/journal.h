@@ -66,9 +66,9 @@ public:
   void end(const Statement& statement, std::string_view text, std::int64_t rows);
   void opened(Statement& statement, std::string_view text);  // its trace line is written by rowsRead
   void fail(const Statement& statement, std::string_view text, const std::exception& failure);
-  // A result set was closed after so many rows were walked. table: whose data they are; empty when they are not rows
-  // that a table carries.
-  void rowsRead(const Statement& statement, std::string_view text, std::string_view table, std::int64_t rows);
+  // A result set was closed after so many rows were walked. carried: they are rows of the table, fetched to be carried.
+  void rowsRead(const Statement& statement, std::string_view text, std::string_view table, std::int64_t rows,
+                bool carried);
   void rowWritten(std::size_t stage, std::string_view table, bool inserted);
 
   // The transaction of the run: what was counted in it goes when it is undone.

@@ -71,8 +71,7 @@ private:
   }
   // A result set that nobody walked was a look-up: a name, a total, whether there is any row.
   void finish() {
-    if (!std::exchange(finished_, true))
-      journal_->rowsRead(statement_, sql_, fetchesData_ && walked_ ? table_ : std::string(), rows_);
+    if (!std::exchange(finished_, true)) journal_->rowsRead(statement_, sql_, table_, rows_, fetchesData_ && walked_);
   }
 
   std::shared_ptr<Journal> journal_;

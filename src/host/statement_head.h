@@ -12,9 +12,9 @@ struct StatementHead {
   // accounts is joined to nearly everything and is no table's data, so that it is the last table of the from clause
   // other than code, or the first when there is no other. Empty for a derived table.
   std::string_view table;
-  bool temporary = false;   // # tables and everything in tempdb
-  bool qualified = false;   // the name has a part for the database or the owner
-  bool condensed = false;   // of a selection: its rows are not rows of a table (distinct, group by)
+  bool temporary = false;  // # tables and everything in tempdb
+  bool qualified = false;  // the name has a part for the database or the owner
+  bool condensed = false;  // of a selection: its rows are not rows of a table (distinct, group by)
 };
 
 // Looks at the head of the text only, of a selection at its from clause too. No allocation; the table's name is a part

@@ -36,8 +36,8 @@ void reportAccount(const Recordset& row, const char* reasonKey) {
 
 // --- Does a row fit? The first test that it fails is reported.
 
-// The fields that make up the auxiliary shape of an account here. The three of combinations with persons and with two
-// partners are left out: that is intended.
+// What makes up the auxiliary shape of an account here. Intended: the item classes of persons, and of customers and
+// suppliers by department, are not looked at.
 bool sameAuxiliaryShape(const CodeRecord& a, const CodeRecord& b) {
   return a.bPersonOnly == b.bPersonOnly && a.cCusItemClass == b.cCusItemClass && a.cSupItemClass == b.cSupItemClass &&
          a.cDeptItemClass == b.cDeptItemClass && a.bCusDept == b.bCusDept && a.bSupDept == b.bSupDept &&

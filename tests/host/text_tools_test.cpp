@@ -46,6 +46,40 @@ TEST(StatementHeadTest, ReadsVerbAndTable) {
   }
 }
 
+TEST(StatementHeadTest, OfASelectionTakesTheTableWhoseDataItFetches) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"select * from code inner join gl_accsum on code.ccode=gl_accsum.ccode where 1=1", "gl_accsum"},
+      {"select A.*,C.ccode_name from d2005..code  C inner join d2005..rp_cheque A on C.ccode=A.ccode", "rp_cheque"},
+      {"select code.ccode from code ,gl_bautotran where 1=1", "gl_bautotran"},
+      {"select G.mb from GL_accsum G,code C where G.ccode=C.ccode", "GL_accsum"},
+      {"select a from t order by x, y", "t"},
+      {"select a from t where x in (select ccode from code, u)", "t"},
+      {"select (select max(i) from u) from t join [v w] on isnull(t.a,t.b)=1", "v w"},
+      {"select a from (select b from t) x", ""},
+      {"select a from t where b='from x, y join z'", "t"},
+  };
+  for (const auto& [text, table] : cases) EXPECT_EQ(statementHead(text).table, table) << text;
+  EXPECT_TRUE(statementHead("select a from d2005..code c join d2005..rp_cheque r on 1=1").qualified);
+  EXPECT_FALSE(statementHead("select a from code c join rp_cheque r on 1=1").qualified);
+  EXPECT_TRUE(statementHead("select a from code c join tempdb..w r on 1=1").temporary);
+}
+
+TEST(StatementHeadTest, KnowsSelectionsWhoseRowsAreNoRowsOfATable) {
+  EXPECT_TRUE(statementHead("select distinct a from t").condensed);
+  EXPECT_TRUE(statementHead("select a from t where b=1 Group By a").condensed);
+  EXPECT_FALSE(statementHead("select a from t where b in (select c from u group by c) order by a").condensed);
+  EXPECT_FALSE(statementHead("select a, b as distinctness from t where n='group by'").condensed);
+}
+
+TEST(StatementHeadTest, OfABatchTakesTheLastChange) {
+  const StatementHead head = lastChangeHead(
+      "select ccode into #T from code\r\ndelete gl_accsum from #T\r\nInsert into Gl_AccSum(a) select 1\r\ndrop table "
+      "#T");
+  EXPECT_EQ(head.kind, Kind::insert);
+  EXPECT_EQ(head.table, "Gl_AccSum");
+  EXPECT_EQ(lastChangeHead("update t set a=1\nwhere b=2").table, "t");
+}
+
 TEST(SqlScriptTest, SplitsAtGoOnALineOfItsOwn) {
   EXPECT_EQ(splitBatches("select 1\nGO\n  go \r\nselect 'go'\ngoto\nGo"),
             (std::vector<std::string>{"select 1\n", "select 'go'\ngoto\n"}));
