@@ -58,8 +58,7 @@ constexpr std::array<const char*, columnCount> columnNames{
     "bcdefine4",  "bcdefine5",       "bcdefine6",      "bcdefine7",  "bcdefine8",  "bcdefine9",  "bcdefine10",
     "bcdefine11", "bcdefine12",      "bcdefine13",     "bcdefine14", "bcdefine15", "bcdefine16"};
 
-// A row of `code` with its columns found by name. The place at which a column was last found is tried first, because
-// the same selection is read a hundred thousand times a run.
+// A row of `code` with its columns found by name.
 class Row {
 public:
   explicit Row(const platform::Recordset& row) : row_(row) {}

@@ -54,7 +54,17 @@ bool BatchTemplate::read(const Hole& hole, std::string_view text, std::size_t& a
     if (at >= text.size() || text[at] != '\'') return false;
     const auto end = text.find('\'', at + 1);
     if (end == std::string_view::npos || (end + 1 < text.size() && text[end + 1] == '\'')) return false;
-    value = tsql::textLiteral(std::string(text.substr(at + 1, end - at - 1)), hole.kind == TokenKind::nstring);
+    const auto content = text.substr(at + 1, end - at - 1);
+    const bool ascii =
+        std::all_of(content.begin(), content.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    auto* known = std::get_if<std::string>(&value.value);
+    if (ascii && known && content.size() < 4000) {  // characters and bytes are one: no counting, and the memory is kept
+      known->assign(content);
+      value.type = tsql::typeOf(hole.kind == TokenKind::nstring ? tsql::TypeKind::nvarchar : tsql::TypeKind::varchar,
+                                std::max(1, static_cast<int>(content.size())));
+    } else {
+      value = tsql::textLiteral(std::string(content), hole.kind == TokenKind::nstring);
+    }
     at = end + 1;
     return true;
   }

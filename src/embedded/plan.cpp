@@ -94,7 +94,7 @@ bool Session::Impl::holds(const Plan& p, const TokenStream& tokens, int base) co
   }
   for (const auto& pin : p.pins) {
     const auto& v = tokens.literals[static_cast<std::size_t>(pin.ordinal + base)];
-    if (!(v.type == pin.type) || !(v.value == pin.value)) return false;
+    if (v.type.kind != pin.type.kind || v.type.scale != pin.type.scale || !(v.value == pin.value)) return false;
   }
   return true;
 }
@@ -261,10 +261,34 @@ static bool boundDirectly(sqlite3_stmt* s, int index, const platform::Value& v, 
   }
 }
 
+// The same for a literal of the text.
+static bool boundDirectly(sqlite3_stmt* s, int index, const tsql::LiteralValue& v, const tsql::SqlType& to) {
+  using tsql::TypeKind;
+  if (const auto* t = std::get_if<std::string>(&v.value)) {
+    const bool fits =
+        to.kind == TypeKind::null || (to.kind == TypeKind::nvarchar && static_cast<int>(t->size()) <= to.length);
+    if (!fits) return false;
+    sqlite3_bind_text64(s, index, t->data(), t->size(), SQLITE_STATIC, SQLITE_UTF8);
+    return true;
+  }
+  if (v.value.index() != 1) return false;
+  Datum n = std::get<std::int64_t>(v.value);
+  if (to.kind != TypeKind::null && !(to == v.type) && !quicklyConverted(n, v.type, to)) return false;
+  if (const auto* whole = std::get_if<std::int64_t>(&n))
+    sqlite3_bind_int64(s, index, *whole);
+  else
+    sqlite3_bind_double(s, index, std::get<double>(n));
+  return true;
+}
+
 void Session::Impl::bindSlots(Plan& p, const Running& r, int base, std::vector<Datum>& values) {
   values.resize(p.slots.size());
   for (std::size_t i = 0; i < p.slots.size(); ++i) {
     const Slot& slot = p.slots[i];
+    if (slot.source == Slot::Source::literal && !slot.negate && p.selectionSql.empty() &&
+        boundDirectly(p.prepared.get(), static_cast<int>(i) + 1,
+                      r.tokens->literals[static_cast<std::size_t>(slot.ordinal + base)], slot.type))
+      continue;
     if (slot.source == Slot::Source::parameter && r.parameters &&
         static_cast<std::size_t>(slot.ordinal) < r.parameters->size() && p.selectionSql.empty() &&
         boundDirectly(p.prepared.get(), static_cast<int>(i) + 1,

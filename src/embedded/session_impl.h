@@ -201,7 +201,14 @@ struct Session::Impl : tsql::Catalog {
   // The plan of a set that holds for these literals; bound and prepared when there is none yet.
   template <class Bind>
   std::shared_ptr<Plan> plan(PlanSet& set, const Running& r, std::size_t firstToken, Bind&& bind) {
-    const int base = literalBase(*r.tokens, firstToken);
+    return plan(set, r, literalBase(*r.tokens, firstToken), std::forward<Bind>(bind), 0);
+  }
+  template <class Bind>
+  std::shared_ptr<Plan> plan(PlanSet& set, const Running& r, const tsql::ast::Statement& s, Bind&& bind) {
+    return plan(set, r, literalBase(*r.tokens, s), std::forward<Bind>(bind), 0);
+  }
+  template <class Bind>
+  std::shared_ptr<Plan> plan(PlanSet& set, const Running& r, int base, Bind&& bind, int) {
     if (cacheOn)
       for (const auto& p : set.plans)
         if (holds(*p, *r.tokens, base)) return p;
@@ -214,6 +221,10 @@ struct Session::Impl : tsql::Catalog {
   void bindSlots(Plan& p, const Running& r, int literalBase, std::vector<tsql::Datum>& values);
   tsql::Datum slotValue(const tsql::Slot& slot, const Running& r, int literalBase);
   static int literalBase(const tsql::TokenStream& tokens, std::size_t firstToken);
+  static int literalBase(const tsql::TokenStream& tokens, const tsql::ast::Statement& s) {
+    if (s.firstLiteral < 0) s.firstLiteral = literalBase(tokens, s.firstToken);
+    return s.firstLiteral;
+  }
 
   // ---- statements (statements.cpp)
   void select(const tsql::ast::SelectStatement& s, Running& r);

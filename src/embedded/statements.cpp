@@ -38,9 +38,9 @@ void Session::Impl::select(const tsql::ast::SelectStatement& s, Running& r) {
   if (s.select->into) return selectInto(s, r);
   for (int attempt = 0;; ++attempt) {
     const auto set = planSet(s, r);
-    const auto p = plan(*set, r, s.firstToken, [&] { return tsql::bindSelect(*s.select, *r.tokens, *this); });
+    const auto p = plan(*set, r, s, [&] { return tsql::bindSelect(*s.select, *r.tokens, *this); });
     std::vector<Datum> values;
-    bindSlots(*p, r, literalBase(*r.tokens, s.firstToken), values);
+    bindSlots(*p, r, literalBase(*r.tokens, s), values);
     const int prepared = p->prepared.timesPrepared();
     bool changed = false;
     check([&] {
@@ -159,8 +159,8 @@ void Session::Impl::insert(const tsql::ast::Insert& s, Running& r) {
   const tsql::BindOptions options{identityInsert};
   const bool given = !identityInsert.empty();
   if (given) set->plans.clear();  // plans of both ways must not meet
-  const auto p = plan(*set, r, s.firstToken, [&] { return tsql::bindInsert(s, *r.tokens, *this, options); });
-  const std::int64_t n = change(*p, r, literalBase(*r.tokens, s.firstToken));
+  const auto p = plan(*set, r, s, [&] { return tsql::bindInsert(s, *r.tokens, *this, options); });
+  const std::int64_t n = change(*p, r, literalBase(*r.tokens, s));
   if (given && p->table->identityColumn() >= 0 && !p->numbered) {
     check([&] {
       PreparedStatement top(db.get(), "SELECT max(rowid) FROM " + p->table->storage);
@@ -209,14 +209,14 @@ std::int64_t Session::Impl::updateKeys(Plan& p, std::vector<Datum>& values) {
 
 void Session::Impl::update(const tsql::ast::Update& s, Running& r) {
   const auto set = planSet(s, r);
-  const auto p = plan(*set, r, s.firstToken, [&] { return tsql::bindUpdate(s, *r.tokens, *this); });
-  affected(change(*p, r, literalBase(*r.tokens, s.firstToken)), r);
+  const auto p = plan(*set, r, s, [&] { return tsql::bindUpdate(s, *r.tokens, *this); });
+  affected(change(*p, r, literalBase(*r.tokens, s)), r);
 }
 
 void Session::Impl::delete_(const tsql::ast::Delete& s, Running& r) {
   const auto set = planSet(s, r);
-  const auto p = plan(*set, r, s.firstToken, [&] { return tsql::bindDelete(s, *r.tokens, *this); });
-  affected(change(*p, r, literalBase(*r.tokens, s.firstToken)), r);
+  const auto p = plan(*set, r, s, [&] { return tsql::bindDelete(s, *r.tokens, *this); });
+  affected(change(*p, r, literalBase(*r.tokens, s)), r);
 }
 
 // The new table has the selection's columns: names, types, and whether they may be Null.
@@ -260,7 +260,7 @@ void Session::Impl::selectInto(const tsql::ast::SelectStatement& s, Running& r) 
     atomically([&] {
       makeTable(t, where);
       const tsql::TableDef* made = table(name);
-      const int base = literalBase(*r.tokens, s.firstToken);
+      const int base = literalBase(*r.tokens, s);
       for (auto& slot : bound.slots)
         if (slot.source == tsql::Slot::Source::literal) slot.ordinal -= base;
       std::string columns;

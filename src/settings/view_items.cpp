@@ -97,8 +97,10 @@ void ViewItemSchema() {
 
 void JzViewItem() {
   ViewItemSchema();
-  carryAccounts();
-  carryViewItems();
+  // What fails between the statements, a move or a close, ends its half alone: nothing of it reaches the stage
+  // sequence.
+  attempt(carryAccounts);
+  attempt(carryViewItems);
 }
 
 }  // namespace gljz

@@ -298,6 +298,7 @@ struct Statement {
   StatementKind kind;
   SourcePos pos;
   std::size_t firstToken = 0, lastToken = 0;  // [first, last) of the batch's token stream
+  mutable int firstLiteral = -1;              // ordinal of its first literal, once somebody has asked
 };
 using StatementPtr = Ptr<Statement>;
 
