@@ -6,6 +6,7 @@
 #include "core/run_state.h"
 #include "dialogs/frm_jzsn.h"
 #include "dialogs/frm_nbalance.h"
+#include "dialogs/frm_sy_km_sel.h"
 #include "dialogs/frm_tran_cond.h"
 #include "xml/xml_reader.h"
 
@@ -30,9 +31,11 @@ Value FakeRecordset::Field(std::size_t index) const {
 }
 
 void Server::record(const std::string& who, const std::string& what) {
-  log.push_back(who + ": " + what);
+  const std::string entry = who + ": " + what;  // the watcher may cause further entries
+  log.push_back(entry);
+  if (watch) watch(entry);
   for (const std::string& failure : failures) {
-    if (log.back().find(failure) != std::string::npos) {
+    if (entry.find(failure) != std::string::npos) {
       throw RunTimeError(platform::ServerFailure{50000, 16, 1, "broken: " + failure, what});
     }
   }
@@ -94,13 +97,17 @@ void FakeServices::InitServices(const Value& loginHandle, const std::string& con
 }
 
 std::string FakeServices::ResText(const std::string& key, const std::vector<Value>* args) {
-  if (args == nullptr) return key;
   std::string text;
-  for (const Value& arg : *args) text += "," + arg.displayText();
-  return key + "(" + text.substr(1) + ")";
+  if (args != nullptr) {
+    for (const Value& arg : *args) text += "," + arg.displayText();
+  }
+  asked.push_back(args == nullptr ? key : key + "(" + text.substr(1) + ")");
+  return asked.back();
 }
 
-int FakeServices::ServiceMsgBox(const std::string& prompt, int, const std::string&, const std::string&, int) {
+int FakeServices::ServiceMsgBox(const std::string& prompt, int style, const std::string& title, const std::string&,
+                                int) {
+  boxes.push_back({prompt, title, style});
   server_.record("box", prompt);
   return 7;
 }
@@ -113,6 +120,7 @@ bool FakeServices::ServiceLocalize(platform::Form& form, const std::string& pref
 
 void FakeServices::GetCodeRecord(const std::string& code, platform::CodeRecord& record,
                                  const std::vector<int>& selectors) {
+  codeReads.emplace_back(code, selectors);
   if (selectors.empty()) {
     record = chart.at(code);
   } else {
@@ -158,6 +166,7 @@ World::World()
   gljz::frmJZSN.unload();
   gljz::frmNBalance.unload();
   gljz::frmTranCond.unload();
+  gljz::frmSyKmSel.unload();
   forms.changes = 0;
 
   newYear->setOpen("Database=TqData_001_2006;");
@@ -173,6 +182,7 @@ World::~World() {
   gljz::frmJZSN.unload();
   gljz::frmNBalance.unload();
   gljz::frmTranCond.unload();
+  gljz::frmSyKmSel.unload();
   gljz::run = {};
   platform::setSurroundings(nullptr);
 }

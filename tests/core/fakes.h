@@ -62,6 +62,8 @@ struct Server {
   std::vector<std::pair<std::string, Table>> answers;
   // An operation or statement that contains one of the texts fails.
   std::vector<std::string> failures;
+  // Sees each entry as it is recorded, before it fails: what the system's state was when a statement was sent.
+  std::function<void(const std::string& entry)> watch;
 
   void answer(const std::string& containing, Table table) { answers.emplace_back(containing, std::move(table)); }
   void record(const std::string& who, const std::string& what);  // and fails when it is to fail
@@ -130,6 +132,14 @@ public:
   platform::AccountOptions options;
   std::map<std::string, platform::CodeRecord> chart;  // the new year's; bEnd of `becomesLastLevel` reads true later
   std::string becomesLastLevel;
+  // Reads of the chart, in order: the code and the fields that were asked for, none for all.
+  std::vector<std::pair<std::string, std::vector<int>>> codeReads;
+  struct Box {
+    std::string prompt, title;
+    int style;
+  };
+  std::vector<Box> boxes;                    // boxes that really came up
+  std::vector<std::string> asked;            // texts that were asked for, as ResText gave them
   std::map<std::string, std::string> moved;  // old code to new code; other codes match themselves when in the chart
 
   std::shared_ptr<platform::Connection> NewYearConn() override { return newYear_; }
@@ -173,10 +183,14 @@ public:
   explicit FakeForms(Server& server) : server_(server) {}
   std::function<void()> conditions;  // answers frmTranCond
   std::function<void()> duringRun;   // called when frmJZSN shows, before its timer fires
+  std::function<void(platform::Form&)> whenChanged;
   int changes = 0, eventRounds = 0;
 
   void ShowModal(platform::Form& form) override;
-  void Changed(platform::Form&) override { ++changes; }
+  void Changed(platform::Form& form) override {
+    ++changes;
+    if (whenChanged) whenChanged(form);
+  }
   void DoEvents() override { ++eventRounds; }
   void ScreenPointer(int shape) override { server_.record("forms", "pointer " + std::to_string(shape)); }
   std::string ProgramFolder() const override { return "."; }

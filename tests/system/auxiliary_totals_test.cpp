@@ -324,6 +324,28 @@ TEST_F(AuxiliaryTotalsTest, CustomersOfTheThreefoldTypeAreTakenInAnyCase) {
   expectCarried({"1131 | 01 | Null | C1 | Null | I1 | 98 | 5"});
 }
 
+TEST_F(AuxiliaryTotalsTest, SuppliersOfTheThreefoldTypeAreTakenInAnyCase) {
+  option("bSupAccount", "False");
+  account("2121", supplier + department + project);
+  balance("2121", "5", {"csup_id", "V1", "cdept_id", "01", "citem_id", "I1", "citem_class", "98"});
+  JzAccAss();
+  expectCarried({"2121 | 01 | Null | Null | V1 | I1 | 98 | 5"});
+}
+
+TEST_F(AuxiliaryTotalsTest, TheThreefoldTypesAskForTheirPartnerInAnyCase) {
+  option("bCusAccount", "False");
+  option("bSupAccount", "False");
+  account("1131", customer + department + project);
+  account("2121", supplier + department + project);
+  const Columns withoutPartner = {"cdept_id", "01", "citem_id", "I1", "citem_class", "98"};
+  balance("1131", "5", withoutPartner);
+  balance("2121", "6", withoutPartner);
+  watch();
+  JzAccAss();
+  expectNothing();
+  EXPECT_TRUE(notCarried().empty());
+}
+
 // --- references that the new year lacks
 
 struct Missing {

@@ -90,9 +90,9 @@ LedgerTest::LedgerTest(Layout layout)
       debug_(std::make_unique<CollectedDebugOutput>()),
       forms_({[this] { run.m_strCondXml = conditions_; }, nullptr, GLJZ_SOURCE_DIR "/data"}) {
   server_->setClock([] { return DateTime::fromDate(newYear, 1, 10).ticks(); });
-  createClosingYear();
+  if (layout != Layout::unmade) createClosingYear();
   if (layout == Layout::separate) createNewYear();
-  sql(opening, "insert into dsign(csign, isignseq, ctext) values(N'记', 1, N'记账凭证')");
+  if (layout != Layout::unmade) sql(opening, "insert into dsign(csign, isignseq, ctext) values(N'记', 1, N'记账凭证')");
 
   surroundings_.newConnection = [this] { return spiedConnection(); };
   surroundings_.newServices = [this] {
@@ -105,7 +105,7 @@ LedgerTest::LedgerTest(Layout layout)
   surroundings_.debug = debug_.get();
   surroundings_.today = [] { return DateTime::fromDate(newYear, 1, 10); };
   platform::setSurroundings(&surroundings_);
-  prepareRun();
+  if (layout != Layout::unmade) prepareRun();
 }
 
 LedgerTest::~LedgerTest() {

@@ -38,7 +38,8 @@ namespace gljz::test {
 // Where the two years lie.
 enum class Layout {
   separate,  // a database each, the new year's begins with 2006
-  shared     // one database for 2005 and 2006
+  shared,    // one database for 2005 and 2006
+  unmade     // a database each, which the test makes before it prepares a run: account set 001
 };
 
 using Columns = std::vector<std::string>;  // name, value, name, value, ...

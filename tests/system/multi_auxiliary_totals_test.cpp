@@ -138,6 +138,19 @@ TEST_F(MultiAuxiliaryTotalsTest, CustomersThatAreNotInUseHaveNoNames) {
   expectCarried({"1 | 01 | Null | Null | Null | Null | Null | Null | Null | 5"});
 }
 
+TEST_F(MultiAuxiliaryTotalsTest, TheThreefoldTypesKeepTheirNamesInAnyCase) {
+  option("bCusAccount", "False");
+  option("bSupAccount", "False");
+  account("4", customer + department + project);
+  account("5", supplier + department + project);
+  const Columns row = {"cname", "王五", "cdept_id", "01", "citem_id", "I1", "citem_class", "98"};
+  balance("4", "5", row + Columns{"ccus_id", "C1"});
+  balance("5", "6", row + Columns{"csup_id", "V1"});
+  JzAccMultiAss();
+  expectCarried({"4 | 01 | Null | C1 | Null | I1 | 王五 | Null | Null | 5",
+                 "5 | 01 | Null | Null | V1 | I1 | 王五 | Null | Null | 6"});
+}
+
 // --- what is left out
 
 TEST_F(MultiAuxiliaryTotalsTest, ReportsAreThoseOfTheAuxiliaryTotals) {

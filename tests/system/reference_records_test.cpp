@@ -216,6 +216,26 @@ TEST_F(ReferenceRecordsTest, APersonWithoutADepartmentCostsNoSecondStatement) {
   EXPECT_EQ(record.cDepName, "");
 }
 
+TEST_F(ReferenceRecordsTest, APersonOfNoDepartmentEmptiesThatOfTheRecord) {
+  fill(closing, "Person", {"cPersonCode | cPersonName | cDepCode", "P1 | 张三 | Null"});
+  PersonRecord record;
+  record.cDepCode = record.cDepName = "old";
+  record.iDepGrade = 2;
+  record.bDepEnd = true;
+  forgetStatements();
+  LoadPerson(lastConn(), " P1 ", record);
+  ASSERT_EQ(statements().size(), 1u);
+  EXPECT_EQ(statements().front().text, "select * from Person where cPersonCode='P1'");
+  EXPECT_EQ(record.cPersonCode, "P1");
+  EXPECT_EQ(record.cDepCode + record.cDepName, "");
+  EXPECT_EQ(record.iDepGrade, 0);
+  EXPECT_FALSE(record.bDepEnd);
+  record.cDepName = "old";
+  LoadPerson(lastConn(), "P9", record);  // missing: as it was
+  EXPECT_EQ(record.cPersonName, "张三");
+  EXPECT_EQ(record.cDepName, "old");
+}
+
 TEST_F(ReferenceRecordsTest, ACustomerBringsTheClass) {
   fill(closing, "customerclass", {"cCCCode | cCCName | iCCGrade", "01 | 华北 | 1"});
   fill(closing, "Customer",
@@ -277,6 +297,24 @@ TEST_F(ReferenceRecordsTest, AnItemClassNamesItsTablesAndFields) {
   EXPECT_EQ(inventory.itemTable, "inventory");
   EXPECT_EQ(inventory.itemClassTable, "inventoryclass");
   EXPECT_EQ(inventory.grades, 0);
+}
+
+// Neither text nor rule may be Null; an item of such a class is not looked for, since its table is not known.
+TEST_F(ReferenceRecordsTest, AnItemClassWithANullIsReadUpToIt) {
+  fill(closing, "fitem",
+       {"citem_class | cItem_Name | cItem_Text | crule", "98 | 现金流量 | Null | 322", "97 | 工程 | 工程项目 | Null"});
+  fill(closing, "fitemss98", {"citemcode | citemname", "0101 | 销售"});
+  FitemRecord record;
+  EXPECT_THROW(LoadFitem(lastConn(), "98", record), RunTimeError);
+  EXPECT_EQ(record.cItem_Name, "现金流量");
+  EXPECT_EQ(record.cItem_Text, "");
+  EXPECT_EQ(record.itemTable, "");
+  EXPECT_THROW(LoadFitem(lastConn(), "97", record), RunTimeError);
+  EXPECT_EQ(record.cItem_Text, "工程项目");
+  EXPECT_EQ(record.crule, "");
+  ItemRecord item;
+  EXPECT_NO_THROW(LoadItem(lastConn(), "98", "0101", item));
+  EXPECT_EQ(item.citemname, "");
 }
 
 TEST_F(ReferenceRecordsTest, AnItemOfAClassBringsItsItemClass) {
