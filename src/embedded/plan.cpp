@@ -127,7 +127,6 @@ std::shared_ptr<Plan> Session::Impl::makePlan(BoundStatement bound, int base) {
     note(t);
     p->writes.push_back(t->schemaName);
   }
-  p->reads = bound.reads;
   if (bound.select) {
     p->kind = Plan::Kind::select;
     auto columns = columnsOf(*bound.select);

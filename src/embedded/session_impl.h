@@ -67,7 +67,6 @@ struct Plan {
   std::string selectionSql;               // an update of key columns the slow way
   bool temporary = false;                 // reads or writes # tables
   std::vector<std::string> writes;        // SQLite schemas
-  std::vector<const tsql::TableDef*> reads;
 };
 
 // A plan met a definition that another session has changed: bind anew and try again.
@@ -201,14 +200,14 @@ struct Session::Impl : tsql::Catalog {
   // The plan of a set that holds for these literals; bound and prepared when there is none yet.
   template <class Bind>
   std::shared_ptr<Plan> plan(PlanSet& set, const Running& r, std::size_t firstToken, Bind&& bind) {
-    return plan(set, r, literalBase(*r.tokens, firstToken), std::forward<Bind>(bind), 0);
+    return planFrom(set, r, literalBase(*r.tokens, firstToken), std::forward<Bind>(bind));
   }
   template <class Bind>
   std::shared_ptr<Plan> plan(PlanSet& set, const Running& r, const tsql::ast::Statement& s, Bind&& bind) {
-    return plan(set, r, literalBase(*r.tokens, s), std::forward<Bind>(bind), 0);
+    return planFrom(set, r, literalBase(*r.tokens, s), std::forward<Bind>(bind));
   }
   template <class Bind>
-  std::shared_ptr<Plan> plan(PlanSet& set, const Running& r, int base, Bind&& bind, int) {
+  std::shared_ptr<Plan> planFrom(PlanSet& set, const Running& r, int base, Bind&& bind) {
     if (cacheOn)
       for (const auto& p : set.plans)
         if (holds(*p, *r.tokens, base)) return p;
