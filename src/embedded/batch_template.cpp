@@ -72,7 +72,7 @@ bool BatchTemplate::read(const Hole& hole, std::string_view text, std::size_t& a
   const std::size_t begin = at;
   std::int64_t number = 0;
   int digits = 0;
-  for (; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at, ++digits)
+  for (; at < text.size() && text[at] >= '0' && text[at] <= '9' && digits <= digitsThatFit; ++at, ++digits)
     number = number * 10 + (text[at] - '0');
   if (digits == 0 || digits > digitsThatFit) return false;
   if (hole.kind == TokenKind::integer) {

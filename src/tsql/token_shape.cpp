@@ -60,6 +60,8 @@ std::string TokenStream::shape(std::size_t first, std::size_t last) const {
           result += "'d";
           if (type.scale >= 10) result += static_cast<char>('0' + type.scale / 10);
           result += static_cast<char>('0' + type.scale % 10);
+          // Long numbers compare in wider types: their whole digits are part of the shape.
+          if (const int whole = type.precision - type.scale; whole > 9) result += static_cast<char>('a' + (whole - 10));
           result += '\'';
         }
         break;

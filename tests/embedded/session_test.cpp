@@ -82,6 +82,15 @@ TEST_F(SessionTest, ARepeatedStatementOfTheSameShapeTakesItsOwnLiterals) {
               (Rows{std::string("x") + text}));
 }
 
+TEST_F(SessionTest, AnAmountComparesWithNumbersOfAnyLengthAlsoInAKnownStatement) {
+  run(a, "create table t (m money null) insert into t values(2) insert into t values(-3)");
+  for (int round = 0; round < 3; ++round) {
+    EXPECT_EQ(rows(a, "select m from t where m>1.5"), (Rows{"2"}));
+    EXPECT_EQ(rows(a, "select m from t where m>99999999999999999999.5"), Rows{});
+    EXPECT_EQ(rows(a, "select m from t where m<99999999999999999999.5 and m<>2.00001"), (Rows{"2", "-3"}));
+  }
+}
+
 TEST_F(SessionTest, AQuoteInsideATextOfAKnownFormIsReadAsTheLexerReadsIt) {
   run(a, "create table t (c nvarchar(40) null)");
   for (const char* text : {"one", "two", "it''s", "three", "''", ""})
