@@ -24,17 +24,23 @@ namespace bench {
 
 struct Options {
   bool quick = false;  // tiny sizes, one round: proves that the code still runs, measures nothing
+  bool full = false;   // also the sizes that take minutes
   int rounds = 3;      // how often bestOf repeats; 1 when quick
+  int divisor = 1;     // sizes become so many times smaller where a case knows it: under a profiler
+
+  // A size for measuring, or the one for a quick run.
+  int size(int measured, int quickly) const { return quick ? quickly : measured / divisor; }
 };
 
-// What a case has measured at one size. ours and floor are of one unit, seconds unless the case says otherwise in size.
-// For growth, floor is what the smaller size leads to expect: 10 times the time for 10 times the rows.
+// What a case has measured at one size. For growth, floor is what the smaller size leads to expect: 10 times the time
+// for 10 times the rows.
 struct Line {
   std::string size;  // "100000 rows"
   double ours = 0;
   double floor = 0;
   // Of this line alone; the case's limit when absent.
   std::optional<double> limit = std::nullopt;
+  enum class Unit { seconds, bytes } unit = Unit::seconds;  // of ours and floor
 };
 
 struct Case {

@@ -102,11 +102,14 @@ std::vector<bench::Line> accountTotalsMemory(const bench::Options& options) {
     const auto ledger = ledgerWithBalances(balances);
     bench::resetPeakMemory();
     ledger->inRun([] { gljz::JzAccSum(); });
-    return static_cast<double>(bench::peakMemory().value_or(0)) / (1 << 20);
+    return static_cast<double>(bench::peakMemory().value_or(0));
   };
   const double floor = peak(few);
-  return {
-      {std::to_string(12 * many) + " rows written against " + std::to_string(12 * few) + ", MiB", peak(many), floor}};
+  return {{std::to_string(12 * many) + " rows written against " + std::to_string(12 * few),
+           peak(many),
+           floor,
+           {},
+           bench::Line::Unit::bytes}};
 }
 
 // Parents on four levels above the last: a tenth of the accounts.

@@ -21,7 +21,8 @@ struct Arguments {
   bool help = false;
 };
 
-constexpr const char* usage = "usage: gljz_bench [--quick] [--filter TEXT] [--rounds N] [--list]\n";
+constexpr const char* usage =
+    "usage: gljz_bench [--quick] [--filter TEXT] [--rounds N] [--full] [--divide N] [--list]\n";
 
 std::optional<int> positive(std::string_view text) {
   int number = 0;
@@ -37,6 +38,10 @@ std::optional<Arguments> parse(const std::vector<std::string>& words, std::ostre
     const bool hasNext = i + 1 < words.size();
     if (word == "--quick") {
       parsed.options.quick = true;
+    } else if (word == "--full") {
+      parsed.options.full = true;
+    } else if (word == "--divide" && hasNext && positive(words[i + 1])) {
+      parsed.options.divisor = *positive(words[++i]);
     } else if (word == "--list") {
       parsed.list = true;
     } else if (word == "--help") {

@@ -15,6 +15,8 @@ namespace bench {
 //   --quick           tiny sizes; the results are not judged
 //   --filter TEXT     only cases whose name contains TEXT
 //   --rounds N        how often a measurement is repeated, the best counts (default 3)
+//   --full            also the sizes that take minutes
+//   --divide N        sizes N times smaller, for a profiler; the cases that know it
 //   --list            names and targets, nothing runs
 //
 // Exit status: 0 all targets met (or --quick and no case failed), 1 a target missed or a case failed, 2 wrong usage or

@@ -30,6 +30,10 @@ std::string ratioText(double ratio) {
   return std::isfinite(ratio) ? number(ratio, 2, "") : "-";
 }
 
+std::string measuredText(double measured, Line::Unit unit) {
+  return unit == Line::Unit::bytes ? memoryText(static_cast<std::int64_t>(measured)) : secondsText(measured);
+}
+
 }  // namespace
 
 std::string secondsText(double seconds) {
@@ -46,8 +50,8 @@ std::string memoryText(const std::optional<std::int64_t>& bytes) {
 std::string table(const std::vector<Result>& results, bool judged) {
   std::vector<Row> rows{{"case", "size", "ours", "floor", "ratio", "target", "met", "peak memory"}};
   for (const Result& r : results) {
-    rows.push_back({r.name, r.line.size, secondsText(r.line.ours), secondsText(r.line.floor), ratioText(r.ratio()),
-                    r.target,
+    rows.push_back({r.name, r.line.size, measuredText(r.line.ours, r.line.unit),
+                    measuredText(r.line.floor, r.line.unit), ratioText(r.ratio()), r.target,
                     !judged   ? "-"
                     : r.met() ? "yes"
                               : "no",

@@ -1,13 +1,13 @@
 # Turns data files into one generated source, so that the installed program needs no files beside it.
 #
-# gljz_embed(TARGET BASE dir... )  embeds every file of <source>/data and <source>/schema into TARGET.
+# gljz_embed(TARGET)  embeds every file of <source>/data, <source>/schema and <source>/glrep into TARGET.
 #   data/messages/zh-CN.json is found as "messages/zh-CN.json", schema/x.sql as "schema/x.sql".
 # Run as a script (cmake -P) it writes the source: -DOUTPUT=... -DROOT=... -DLIST=<file with one path a line>.
 
 if(CMAKE_SCRIPT_MODE_FILE)
   file(STRINGS "${LIST}" paths)
   set(rows "")
-  set(text "// Generated from data/ and schema/.\n#include \"host/resources.h\"\n\nnamespace host {\nnamespace {\n\n")
+  set(text "// Generated from data/, schema/ and glrep/.\n#include \"host/resources.h\"\n\nnamespace host {\nnamespace {\n\n")
   set(index 0)
   foreach(path IN LISTS paths)
     file(READ "${ROOT}/${path}" content)
@@ -37,7 +37,7 @@ endif()
 function(gljz_embed target)
   set(root ${CMAKE_SOURCE_DIR})
   file(GLOB_RECURSE found CONFIGURE_DEPENDS RELATIVE ${root} ${root}/data/*.json ${root}/data/*.sql ${root}/data/*.xml
-       ${root}/schema/*.sql)
+       ${root}/data/*.css ${root}/data/*.js ${root}/schema/*.sql ${root}/glrep/*.rep)
   list(SORT found)
   set(list ${CMAKE_CURRENT_BINARY_DIR}/embedded_files.txt)
   string(REPLACE ";" "\n" lines "${found}")

@@ -9,9 +9,14 @@
 #include <string_view>
 #include <vector>
 
+#include "dialogs/frm_jzbg.h"
+#include "dialogs/frm_nbalance.h"
 #include "dialogs/frm_sy_km_sel.h"
 #include "dialogs/frm_tran_cond.h"
 #include "dialogs/frm_ye_mx_sel.h"
+#include "host/display_width.h"
+#include "host/printing.h"
+#include "platform/run_time_error.h"
 #include "platform/value.h"
 
 namespace cli {
@@ -152,6 +157,75 @@ void DialogPrompt::chooseCleared(gljz::FrmSyKmSel& form) {
     if (!line || line->empty()) return form.cmdOK_Click();
     move(form.CtlSelList1, *line);
   }
+}
+
+// A failure in a button of a closing dialog is told; the run it closes has ended.
+void DialogPrompt::press(const std::function<void()>& button) {
+  try {
+    button();
+  } catch (const platform::RunTimeError& e) {
+    out_ << "  ! " << e.what() << "\n";
+  }
+}
+
+void DialogPrompt::closingReport(gljz::FrmJZBG& form) {
+  for (;;) {
+    out_ << "\n"
+         << form.Caption << "\n  " << form.Label1.Caption << form.Label2.Caption << "  " << form.Label3.Caption
+         << form.Label4.Caption << "\n";
+    const auto line = answer("p: " + form.command2.Caption + ", n: " + form.Command1.Caption +
+                             ", Enter: " + form.Command3.Caption + " > ");
+    if (!line || line->empty()) return form.Command3_Click();
+    if (*line == "p")
+      press([&] { form.command2_Click(); });
+    else if (*line == "n")
+      form.Command1_Click();
+    else
+      complain(*line);
+  }
+}
+
+void DialogPrompt::leftOut(gljz::FrmNBalance& form) {
+  for (;;) {
+    out_ << "\n" << form.Caption << "\n";
+    std::vector<std::size_t> widths;
+    for (const auto& row : form.Grid1.rows)
+      for (std::size_t i = 0; i < row.size(); ++i) {
+        widths.resize(std::max(widths.size(), i + 1));
+        widths[i] = std::max(widths[i], host::displayWidth(row[i]));
+      }
+    for (const auto& row : form.Grid1.rows) {
+      std::string text;
+      for (std::size_t i = 0; i < row.size(); ++i) text += "  " + host::paddedToWidth(row[i], widths[i]);
+      out_ << text.erase(text.find_last_not_of(' ') + 1) << "\n";
+    }
+    const auto line = answer("p: " + form.Command3.Caption + ", Enter: " + form.Command2.Caption + " > ");
+    if (!line || line->empty()) return form.Command2_Click();
+    if (*line == "p")
+      press([&] { form.Command3_Click(); });
+    else
+      complain(*line);
+  }
+}
+
+std::string DialogPrompt::printFile(const std::string& dialog) {
+  const std::string endings(host::PagePrint::endings());
+  const std::string usual =
+      std::string(dialog == "frmNBalance" ? "left-out" : "closing-report") + endings.substr(0, endings.find(','));
+  for (;;) {
+    const auto line = answer("file (" + endings + "), Enter: " + usual + ", q > ");
+    if (!line || *line == "q") return {};
+    const std::string file = line->empty() ? usual : *line;
+    if (host::PagePrint::canPrint(file)) return file;
+    complain(file);
+  }
+}
+
+void DialogPrompt::printEnded(const host::PrintOutcome& outcome) {
+  if (outcome.failure.empty())
+    out_ << "  " << outcome.file << "\n";
+  else
+    out_ << "  ! " << outcome.failure << "\n";
 }
 
 }  // namespace cli

@@ -1,6 +1,7 @@
 #pragma once
 // The dialogs before a run, asked line by line on a terminal.
 
+#include <functional>
 #include <iosfwd>
 #include <optional>
 #include <string>
@@ -23,6 +24,11 @@ public:
   // Numbers move entries to the other list; an empty line or the end of the input confirms.
   void divideAccounts(gljz::FrmYeMxSel& form) override;
   void chooseCleared(gljz::FrmSyKmSel& form) override;
+  // p prints into a file, n shows the records without a counterpart; an empty line or the end of the input closes.
+  void closingReport(gljz::FrmJZBG& form) override;
+  void leftOut(gljz::FrmNBalance& form) override;
+  std::string printFile(const std::string& dialog) override;
+  void printEnded(const host::PrintOutcome& outcome) override;
 
 private:
   std::optional<std::string> answer(const std::string& question);
@@ -30,6 +36,7 @@ private:
   void show(const gljz::DoubleList& list, const std::string& leftTitle, const std::string& rightTitle);
   void move(gljz::DoubleList& list, const std::string& words);
   void complain(const std::string& word);
+  void press(const std::function<void()>& button);
 
   std::istream& in_;
   std::ostream& out_;

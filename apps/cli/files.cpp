@@ -5,7 +5,6 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
-#include <stdexcept>
 #include <system_error>
 
 #include "host/usage_error.h"
@@ -25,15 +24,11 @@ std::string readFile(const std::string& path) {
   return text;
 }
 
-OutputFile::OutputFile(std::string path) : path_(std::move(path)) {
-  if (!std::ofstream(path_, std::ios::binary | std::ios::app)) throw UsageError("file " + path_ + " cannot be written");
-}
-
-void OutputFile::write(const std::string& text) {
-  std::ofstream out(path_, std::ios::binary | std::ios::trunc);
-  out << text;
-  out.flush();
-  if (!out) throw std::runtime_error("file " + path_ + " cannot be written");
+void requireWritable(const std::string& path) {
+  std::error_code failure;
+  const bool there = std::filesystem::exists(path, failure);
+  if (!std::ofstream(path, std::ios::binary | std::ios::app)) throw UsageError("file " + path + " cannot be written");
+  if (!there) std::filesystem::remove(path, failure);
 }
 
 }  // namespace cli

@@ -19,19 +19,24 @@ constexpr const char* usage =
     "  account create        --account 001 --year 2005 [--through 2006] [--name TEXT]\n"
     "  account open-year     --account 001 [--year 2006]\n"
     "  account close-year    --account 001 --year 2005\n"
-    "  sql                   [--database NAME] (-q TEXT | -f FILE) [--format table|csv|json]\n"
+    "  sql                   [--database NAME] [-q TEXT | -f FILE] [--format table|csv|json]\n"
+    "                        without -q and -f: batches are typed at a prompt\n"
     "  transfer              --account 001 --from 2005 --to 2006\n"
     "  transgl               --from 2005 --to 2006 --from-db NAME --to-db NAME [--account 001]\n"
     "  generate              --account 900 --from 2005 --to 2006 [--accounts N] [--balances N]\n"
     "                        [--items N] [--bank N] [--seed K]\n"
     "\n"
-    "every command but demo:  --server embedded:DIR   (default embedded:./gljz-data)\n"
+    "every command:           --server embedded:DIR   (default embedded:./gljz-data)\n"
+    "                         --server \"odbc:DSN=NAME\" or \"odbc:Driver=...;Server=...;UID=...\"\n"
+    "                         --credentials FILE      (lines UID=... and PWD=..., mode 600; - asks)\n"
     "demo, transfer, transgl: --params FILE | --check KEY=True|False ... with\n"
     "                         --customer-detail, --supplier-detail, --clear all|none|CODE,CODE;\n"
     "                         transfer and transgl ask on a terminal when none is given\n"
     "                         --language zh-CN|zh-TW|en-US, --operator NAME, --subsystem GL|GF,\n"
-    "                         --today yyyy-mm-dd, --trace FILE, --report FILE.json|FILE.txt,\n"
-    "                         --format text|json, --quiet\n";
+    "                         --today yyyy-mm-dd, --trace FILE, --format text|json, --quiet,\n"
+    "                         --report FILE.html|.pdf|.xlsx|.csv|.json|.txt,\n"
+    "                         --print FILE.pdf|.txt (the closing report),\n"
+    "                         --print-left-out FILE.pdf|.txt (the records without a counterpart)\n";
 
 struct Command {
   const char* name;

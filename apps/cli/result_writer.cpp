@@ -1,10 +1,11 @@
 #include "result_writer.h"
 
 #include <cstdio>
+#include <optional>
 #include <vector>
 
-#include "host/display_width.h"
 #include "host/json_text.h"
+#include "terminal.h"
 
 namespace cli {
 namespace {
@@ -98,7 +99,10 @@ private:
 class CsvWriter final : public ResultWriter {
 public:
   void columns(const std::vector<ColumnInfo>& columns) override {
-    if (sets_++ > 0) put("\n");
+    if (sets_++ > 0)
+      put("\n");
+    else if (outputIsFile())
+      put("\xEF\xBB\xBF");
     std::string line;
     for (const ColumnInfo& c : columns) cell(line, c.name, false);
     end(line);
@@ -137,19 +141,17 @@ private:
 // Holds a result set until its end: the widths depend on all rows.
 class TableWriter final : public ResultWriter {
 public:
+  explicit TableWriter(const TableLook& look) : look_(look) {}
   void columns(const std::vector<ColumnInfo>& columns) override {
-    cells_.clear();
-    right_.assign(columns.size(), true);
-    std::vector<std::string> names;
-    for (const ColumnInfo& c : columns) names.push_back(c.name);
-    for (std::size_t i = 0; i < columns.size(); ++i) right_[i] = tsql::isNumeric(columns[i].type.kind);
-    cells_.push_back(std::move(names));
-    open_ = true;
+    std::vector<TableColumn> shown;
+    for (const ColumnInfo& c : columns)
+      shown.push_back({c.name, tsql::isNumeric(c.type.kind), tsql::isText(c.type.kind) || tsql::isBinary(c.type.kind)});
+    table_.emplace(std::move(shown));
   }
   void row(const std::vector<Value>& row) override {
-    std::vector<std::string> line;
-    for (const Value& v : row) line.push_back(oneLine(plainText(v)));
-    cells_.push_back(std::move(line));
+    std::vector<TableCell> cells;
+    for (const Value& v : row) cells.push_back({plainText(v), v.isNull()});
+    table_->row(std::move(cells));
   }
   void endRows(std::int64_t) override { close(); }
   void affected(std::int64_t count) override {
@@ -160,36 +162,15 @@ protected:
   void breakOff() override { close(); }
 
 private:
-  static std::string oneLine(std::string text) {
-    for (char& c : text)
-      if (c == '\n' || c == '\r' || c == '\t') c = ' ';
-    return text;
-  }
   void close() {
-    if (!open_) return;
-    open_ = false;
-    std::vector<std::size_t> widths(right_.size(), 1);
-    for (const auto& line : cells_)
-      for (std::size_t i = 0; i < line.size(); ++i) widths[i] = std::max(widths[i], host::displayWidth(line[i]));
-    for (std::size_t n = 0; n < cells_.size(); ++n) {
-      std::string text;
-      for (std::size_t i = 0; i < cells_[n].size(); ++i)
-        text += (i > 0 ? "  " : "") + host::paddedToWidth(cells_[n][i], widths[i], right_[i]);
-      text.erase(text.find_last_not_of(' ') + 1);
-      put(text + "\n");
-      if (n == 0) rule(widths);
-    }
-    const std::size_t rows = cells_.size() - 1;
+    if (!table_) return;
+    put(table_->text(look_));
+    const std::size_t rows = table_->rows();
     put("(" + std::to_string(rows) + (rows == 1 ? " row)\n" : " rows)\n"));
+    table_.reset();
   }
-  static void rule(const std::vector<std::size_t>& widths) {
-    std::string text;
-    for (std::size_t i = 0; i < widths.size(); ++i) text += (i > 0 ? "  " : "") + std::string(widths[i], '-');
-    put(text + "\n");
-  }
-  std::vector<std::vector<std::string>> cells_;
-  std::vector<bool> right_;
-  bool open_ = false;
+  TableLook look_;
+  std::optional<TextTable> table_;
 };
 
 }  // namespace
@@ -198,17 +179,19 @@ void ResultWriter::failure(const tsql::SqlError& error) {
   anyFailure_ = true;
   breakOff();
   std::fflush(stdout);
-  std::fprintf(stderr, "Msg %d: %s\n", error.number, error.what());
+  const std::string text =
+      failureText_ ? failureText_(error) : "Msg " + std::to_string(error.number) + ": " + error.what() + "\n";
+  std::fputs(text.c_str(), stderr);
 }
 
 void ResultWriter::message(const std::string& text) {
   std::fprintf(stderr, "%s\n", text.c_str());
 }
 
-std::unique_ptr<ResultWriter> makeResultWriter(const std::string& format) {
+std::unique_ptr<ResultWriter> makeResultWriter(const std::string& format, const TableLook& look) {
   if (format == "json") return std::make_unique<JsonWriter>();
   if (format == "csv") return std::make_unique<CsvWriter>();
-  return std::make_unique<TableWriter>();
+  return std::make_unique<TableWriter>(look);
 }
 
 }  // namespace cli

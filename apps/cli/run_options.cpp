@@ -1,9 +1,11 @@
 #include "run_options.h"
 
 #include <cstdio>
+#include <exception>
 #include <iostream>
 
 #include "dialog_prompt.h"
+#include "host/report_file.h"
 #include "host/run_report.h"
 #include "host/usage_error.h"
 #include "platform/value.h"
@@ -30,12 +32,24 @@ std::optional<host::AccountChoice> accountChoice(const Arguments& a, const char*
   return host::AccountChoice::parse(option, *text);
 }
 
-enum class ReportKind { json, text };
-ReportKind reportKind(const std::string& path) {
-  const std::string lower = platform::toLowerAscii(path);
-  if (lower.ends_with(".json")) return ReportKind::json;
-  if (lower.ends_with(".txt")) return ReportKind::text;
-  throw UsageError("--report \"" + path + "\": the file name ends in neither .json nor .txt");
+host::ReportFormat reportFormat(const std::string& path) {
+  const auto format = host::reportFormat(path);
+  if (!format)
+    throw UsageError("--report \"" + path + "\": the file name has to end in one of " +
+                     std::string(host::reportEndings()));
+  if (!host::canWrite(*format))
+    throw UsageError("--report \"" + path + "\": this program was built without that format");
+  return *format;
+}
+
+std::string printFile(const Arguments& a, const char* option) {
+  if (!a.has(option)) return {};
+  const std::string path = a.required(option);
+  if (!host::PagePrint::canPrint(path))
+    throw UsageError(std::string(option) + " \"" + path + "\": the file name has to end in one of " +
+                     std::string(host::PagePrint::endings()));
+  requireWritable(path);
+  return path;
 }
 
 void fill(const Arguments& a, host::CarryForwardOptions& forward) {
@@ -54,6 +68,33 @@ void fill(const Arguments& a, host::CarryForwardOptions& forward) {
   forward.subsystemGF = a.oneOf("--subsystem", {"GL", "GF"}) == "GF";
   forward.today = a.date("--today");
   if (a.has("--trace")) forward.traceFile = a.required("--trace");
+  forward.print.report = printFile(a, "--print");
+  forward.print.leftOut = printFile(a, "--print-left-out");
+  if (!forward.print.report.empty() && forward.print.report == forward.print.leftOut)
+    throw UsageError("--print and --print-left-out name the same file");
+}
+
+// The result has been told; a file beside it that could not be written is told too, and changes no exit code.
+void complain(const std::string& what) {
+  std::fprintf(stderr, "gljz: %s\n", what.c_str());
+}
+
+void tellPrints(const host::PrintWishes& wishes, const host::RunResult& result) {
+  for (const host::PrintOutcome& print : result.prints) {
+    if (!print.failure.empty()) complain("print into " + print.file + ": " + print.failure);
+    if (print.unknownCharacters > 0)
+      complain("print into " + print.file + ": no font is installed for " + std::to_string(print.unknownCharacters) +
+               " characters");
+  }
+  const auto missing = [&](const std::string& file, const char* why) {
+    if (file.empty()) return;
+    for (const host::PrintOutcome& print : result.prints)
+      if (print.file == file) return;
+    complain("nothing was printed into " + file + ": " + why);
+  };
+  const char* noReport = "the run ended before its report";
+  missing(wishes.report, noReport);
+  missing(wishes.leftOut, result.report ? "no record was left out" : noReport);
 }
 
 }  // namespace
@@ -71,6 +112,8 @@ std::vector<Option> withRunOptions(std::vector<Option> options) {
       {"--trace"},
       {"--subsystem"},
       {"--report"},
+      {"--print"},
+      {"--print-left-out"},
       {"--format"},
       {"--quiet", OptionKind::flag},
   };
@@ -83,21 +126,18 @@ void checkRunOptions(const Arguments& a) {
   fill(a, forward);
   a.oneOf("--format", {"text", "json"});
   if (const auto path = a.text("--report")) {
-    reportKind(*path);
-    OutputFile{*path};
+    reportFormat(*path);
+    requireWritable(*path);
   }
 }
 
 int runAndReport(const Arguments& a, host::CarryForwardOptions forward, Dialogs dialogs) {
   fill(a, forward);
   const bool json = a.oneOf("--format", {"text", "json"}) == "json";
-  std::optional<OutputFile> report;
-  ReportKind kind = ReportKind::text;
-  if (const auto path = a.text("--report")) {
-    kind = reportKind(*path);
-    report.emplace(*path);
-  }
-  const auto progress = makeProgress(a.has("--quiet"));
+  const auto report = a.text("--report");
+  const auto format = report ? std::optional(reportFormat(*report)) : std::nullopt;
+  if (report) requireWritable(*report);
+  const auto progress = makeProgress(a.has("--quiet"), forward.language);
   forward.progress = progress.get();
   DialogPrompt prompt(std::cin, std::cerr);
   if (dialogs == Dialogs::asked && !forward.parameters && !forward.choices.any() && !a.has("--quiet") &&
@@ -110,7 +150,12 @@ int runAndReport(const Arguments& a, host::CarryForwardOptions forward, Dialogs 
   else if (!a.has("--quiet"))
     std::fputs(host::runReportText(result).c_str(), stdout);
   std::fflush(stdout);
-  if (report) report->write(kind == ReportKind::json ? host::runReportJson(result) : host::runReportText(result));
+  if (report) try {
+      host::writeReport(*report, *format, result);
+    } catch (const std::exception& e) {
+      complain(e.what());
+    }
+  tellPrints(forward.print, result);
   return host::exitCode(result);
 }
 

@@ -1,4 +1,4 @@
-// gljz sql: batches in the server's dialect, all in one session.
+// gljz sql: batches in the server's dialect, all in one session; from a text, from a file or from a person.
 
 #include "arguments.h"
 #include "commands.h"
@@ -8,6 +8,10 @@
 #include "host/usage_error.h"
 #include "platform/run_time_error.h"
 #include "result_writer.h"
+#include "server_option.h"
+#include "sql_odbc.h"
+#include "sql_shell.h"
+#include "terminal.h"
 
 namespace cli {
 namespace {
@@ -28,15 +32,23 @@ std::unique_ptr<embedded::Session> openSession(const std::shared_ptr<embedded::S
 }  // namespace
 
 int runSql(const Words& words) {
-  const Arguments a(words, {{"--server"}, {"--database"}, {"-q"}, {"-f"}, {"--format"}});
-  const auto address = host::parseServer(a.text("--server", host::defaultServer));
-  host::requireEmbedded(address);
+  const Arguments a(words, withServerOptions({{"--database"}, {"-q"}, {"-f"}, {"--format"}}));
   const std::string format = a.oneOf("--format", {"table", "csv", "json"});
-  if (a.has("-q") == a.has("-f")) throw UsageError("sql: either -q TEXT or -f FILE is expected");
-  const std::string script = a.has("-q") ? a.required("-q") : readFile(a.required("-f"));
+  const bool typed = !a.has("-q") && !a.has("-f") && inputIsTerminal();
+  if (!typed && a.has("-q") == a.has("-f")) throw UsageError("sql: either -q TEXT or -f FILE is expected");
+  const std::string script = typed ? "" : a.has("-q") ? a.required("-q") : readFile(a.required("-f"));
 
-  const auto session = openSession(host::openServer(address), a.text("--database", ""));
-  const auto writer = makeResultWriter(format);
+  const auto address = serverAddress(a);
+  if (address.kind == host::ServerAddress::Kind::odbc) {
+    if (typed) throw UsageError("sql: the shell works on embedded servers only; -q TEXT or -f FILE is expected");
+    const auto writer = makeResultWriter(format, {outputWidth(), false});
+    runScript(address, a.text("--database", ""), script, *writer);
+    return writer->anyFailure() ? 1 : 0;
+  }
+  const auto server = host::openServer(address);
+  const auto session = openSession(server, a.text("--database", ""));
+  if (typed) return runSqlShell(server, *session, format);
+  const auto writer = makeResultWriter(format, {outputWidth(), false});
   for (const std::string& batch : host::splitBatches(script)) session->execute(batch, *writer);
   return writer->anyFailure() ? 1 : 0;
 }

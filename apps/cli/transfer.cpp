@@ -2,13 +2,13 @@
 
 #include "commands.h"
 #include "run_options.h"
+#include "server_option.h"
 
 namespace cli {
 namespace {
 
 host::CarryForwardOptions years(const Arguments& a) {
   host::CarryForwardOptions forward;
-  forward.server = host::parseServer(a.text("--server", host::defaultServer));
   forward.closingYear = a.year("--from");
   forward.newYear = a.year("--to");
   return forward;
@@ -17,20 +17,22 @@ host::CarryForwardOptions years(const Arguments& a) {
 }  // namespace
 
 int runTransfer(const Words& words) {
-  const Arguments a(words, withRunOptions({{"--server"}, {"--account"}, {"--from"}, {"--to"}}));
+  const Arguments a(words, withRunOptions(withServerOptions({{"--account"}, {"--from"}, {"--to"}})));
   host::CarryForwardOptions forward = years(a);
   forward.account = a.required("--account");
+  forward.server = serverAddress(a);
   return runAndReport(a, std::move(forward), Dialogs::asked);
 }
 
 int runTransGL(const Words& words) {
-  const Arguments a(words,
-                    withRunOptions({{"--server"}, {"--account"}, {"--from"}, {"--to"}, {"--from-db"}, {"--to-db"}}));
+  const Arguments a(
+      words, withRunOptions(withServerOptions({{"--account"}, {"--from"}, {"--to"}, {"--from-db"}, {"--to-db"}})));
   host::CarryForwardOptions forward = years(a);
   forward.entry = host::Entry::transGL;
   forward.account = a.text("--account", "");
   forward.closingDatabase = a.required("--from-db");
   forward.newDatabase = a.required("--to-db");
+  forward.server = serverAddress(a);
   return runAndReport(a, std::move(forward), Dialogs::asked);
 }
 

@@ -58,7 +58,7 @@ GO
 insert into fitem(citem_class, cItem_Name, cItem_Text, crule) values(N'98', N'现金流量项目', N'现金流量项目', N'22')
 insert into fitem(citem_class, cItem_Name, cItem_Text, crule) values(N'ZF', N'现金流量附表', N'现金流量附表项目', N'2')
 insert into fitem(citem_class, cItem_Name, cItem_Text, crule) values(N'ch', N'存货核算', N'存货', N'2')
-insert into fitem(citem_class, cItem_Name, cItem_Text, crule) values(N'01', N'工程项目', null, N'2')
+insert into fitem(citem_class, cItem_Name, cItem_Text, crule) values(N'01', N'工程项目', N'工程项目', N'2')
 
 insert into fitemstructure(citem_class, cfield_name, imode) values(N'98', N'citemcode', 1)
 insert into fitemstructure(citem_class, cfield_name, imode) values(N'98', N'citemccode', 2)

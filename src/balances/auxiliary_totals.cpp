@@ -24,8 +24,8 @@ void writePeriods(const Recordset& balance, const TargetAccount& target, const A
   const std::string ne = numberLiteral(quantity(balance, target));
   std::string batch;
   for (int iPeriod = 1; iPeriod <= 12; ++iPeriod) {
-    batch += sql::insertPeriod(run.m_strCurYear, target.newCode, currency, references, iPeriod, direction,
-                               directionEngl, me, foreign, ne);
+    sql::insertPeriod.append(batch, run.m_strCurYear, target.newCode, currency, references, iPeriod, direction,
+                             directionEngl, me, foreign, ne);
   }
   newConn().ExecuteSql(batch);
 }

@@ -64,7 +64,7 @@ void writePeriods(const Recordset& balance, const TargetAccount& target, const s
   const std::string ne = numberLiteral(quantity(balance, target));
   std::string batch;
   for (int iPeriod = 1; iPeriod <= 12; ++iPeriod) {
-    batch += sql::insertPeriod(run.m_strCurYear, target.newCode, currency, keys, iPeriod, me, foreign, ne);
+    sql::insertPeriod.append(batch, run.m_strCurYear, target.newCode, currency, keys, iPeriod, me, foreign, ne);
   }
   newConn().ExecuteSql(batch);
 }

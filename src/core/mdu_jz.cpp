@@ -1,5 +1,7 @@
 #include "core/mdu_jz.h"
 
+#include <utility>
+
 #include "core/mdu_jz_sql.h"
 #include "platform/surroundings.h"
 
@@ -23,6 +25,12 @@ std::shared_ptr<Connection> openPrivately(const Connection& like) {
   auto connection = platform::surroundings().newConnection();
   connection->ConnectionOpen(like.ConnectionText());
   return connection;
+}
+
+std::int32_t wholeNumber(const Value& value) {
+  const std::int64_t number = value.asInteger();
+  if (!std::in_range<std::int32_t>(number)) throw RunTimeError(RunTimeError::overflow, "Overflow");
+  return static_cast<std::int32_t>(number);
 }
 
 int customerOrSupplier(int iCusSupType) {
@@ -158,7 +166,7 @@ std::int32_t RecordCount(const std::string& statement) {
     auto rs = newConn().RawConnection().Open(counting);
     if (rs->Eof()) return 0;
     const Value count = rs->Field(0);
-    return count.isNull() ? 0 : static_cast<std::int32_t>(count.asInteger());
+    return count.isNull() ? 0 : wholeNumber(count);
   } catch (const RunTimeError&) {
     return 0;
   }
@@ -172,7 +180,7 @@ bool hasRow(Connection& connection, const std::string& statement) {
 }
 
 std::int32_t yearNumber(const std::string& year) {
-  return static_cast<std::int32_t>(Value(year).asInteger());
+  return wholeNumber(Value(year));
 }
 
 }  // namespace gljz

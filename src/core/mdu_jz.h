@@ -61,11 +61,11 @@ std::string GetYeMxSelCodes(int iCusSupType, int iYeMxType);  // "'101','102'", 
 bool IsYeMxSelCode(int iCusSupType, int iYeMxType, const std::string& ccode);  // False on any failure, too
 
 // Number of rows: runs the statement with every "*" replaced by "count(1)" on the raw new connection. A failure counts
-// as 0, as does Null or no row.
+// as 0, as does Null, no row, or a number beyond 32 bits.
 std::int32_t RecordCount(const std::string& sql);
 
 // Shared by the row loops.
 bool hasRow(platform::Connection& connection, const std::string& sql);  // opens, looks, closes
-std::int32_t yearNumber(const std::string& year);                       // RunTimeError 13 when it is no number
+std::int32_t yearNumber(const std::string& year);                       // RunTimeError 13 no number, 6 too large
 
 }  // namespace gljz

@@ -12,9 +12,11 @@
 // Each stage keeps its texts in a header <stage>_sql.h, in a namespace <stage>_sql, in the order in which they run, and
 // ends it with `inline constexpr const SqlText* all[] = {&deleteYear, ...};` for all_statements().
 
+#include <algorithm>
 #include <array>
 #include <concepts>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -56,6 +58,13 @@ constexpr void walk(std::string_view text, Literal literal, Hole hole) {
   literal(text.substr(pending));
 }
 
+// A piece of a text that has been taken apart: a literal run, and the hole behind it.
+struct Piece {
+  std::uint16_t offset = 0, length = 0;  // of the literal run
+  std::uint16_t hole = 0;                // index of the name; the last piece has none
+};
+constexpr std::size_t mostPieces = 64;
+
 inline std::string_view argument(std::string_view value) {
   return value;
 }
@@ -80,15 +89,24 @@ public:
       : SqlText{statementName, statementText}, holes_{std::string_view(holes)...} {
     checkNamesAreHoles();
     checkHolesAreNamed();
+    takeApart();
   }
 
   // The text with one argument for each name, in the order of the names: text, integers, Money, DateTime.
   template <class... Arguments>
   requires(sizeof...(Arguments) == Holes) std::string operator()(const Arguments&... arguments) const {
+    std::string result;
+    append(result, arguments...);
+    return result;
+  }
+
+  // The same, behind a text that stands already: a batch grows without a copy of each of its statements.
+  template <class... Arguments>
+  requires(sizeof...(Arguments) == Holes) void append(std::string& to, const Arguments&... arguments) const {
     if constexpr (Holes == 0) {
-      return std::string(text);
+      to += text;
     } else {
-      return fill({std::string(sql_detail::argument(arguments))...});
+      fill(to, {std::string_view(sql_detail::argument(arguments))...});
     }
   }
 
@@ -116,16 +134,31 @@ private:
         });
   }
 
-  std::string fill(const std::array<std::string, Holes>& values) const {
-    std::string result;
-    result.reserve(text.size() + 16 * Holes);
+  consteval void takeApart() {
     sql_detail::walk(
-        text, [&](std::string_view literal) { result += literal; },
-        [&](std::string_view hole) { result += values[indexOf(hole)]; });
-    return result;
+        text,
+        [&](std::string_view literal) {
+          if (pieceCount_ == sql_detail::mostPieces) throw "a text has more holes than a statement can hold";
+          if (text.size() > UINT16_MAX) throw "a text is longer than a statement can be";
+          pieces_[pieceCount_].offset = static_cast<std::uint16_t>(literal.data() - text.data());
+          pieces_[pieceCount_++].length = static_cast<std::uint16_t>(literal.size());
+        },
+        [&](std::string_view hole) { pieces_[pieceCount_ - 1].hole = static_cast<std::uint16_t>(indexOf(hole)); });
+  }
+
+  void fill(std::string& to, const std::array<std::string_view, Holes>& values) const {
+    std::size_t size = text.size() + to.size();
+    for (std::size_t i = 0; i + 1 < pieceCount_; ++i) size += values[pieces_[i].hole].size();
+    if (size > to.capacity()) to.reserve(std::max(size, 2 * to.capacity()));
+    for (std::size_t i = 0; i < pieceCount_; ++i) {
+      to.append(text.data() + pieces_[i].offset, pieces_[i].length);
+      if (i + 1 < pieceCount_) to.append(values[pieces_[i].hole]);
+    }
   }
 
   std::array<std::string_view, Holes> holes_;
+  std::array<sql_detail::Piece, sql_detail::mostPieces> pieces_{};
+  std::size_t pieceCount_ = 0;
 };
 
 template <class... Names>

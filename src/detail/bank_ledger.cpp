@@ -160,7 +160,7 @@ std::string lineValues(const Recordset& line, const BankAccount& account, const 
   }
   values.text("cn_id").date("dt_date").text("ccode_equal").number("iflagbank").flag("bDelete");
   values.origin().permissions().userDefined();
-  return values.list();
+  return std::string(values.list());
 }
 
 // False when the line is left out.

@@ -138,7 +138,7 @@ std::string lineValues(const Recordset& line, const BankAccount& account) {
   values.bare("mbalance").text("ccode").text("csettle").text("cn_id");
   values.flag("bd_c").number("iflag").flag("bdelete").text("cBankReconNo");
   values.text("cexch_name").text("cdigest");  // the line's own currency, whatever the account's is
-  return values.list();
+  return std::string(values.list());
 }
 
 // False when the line is left out.

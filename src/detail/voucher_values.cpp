@@ -13,7 +13,13 @@ VoucherValues& VoucherValues::constant(std::string_view rendered) {
 }
 
 VoucherValues& VoucherValues::textValue(const Value& value) {
-  list_ += SqlValue(value);
+  if (value.kind() == Value::Kind::text) {  // nearly all: what SqlValue gives, without its text in between
+    list_ += "N'";
+    list_ += value.textOrEmpty();
+    list_ += "',";
+  } else {
+    list_ += SqlValue(value);
+  }
   return *this;
 }
 
@@ -50,8 +56,8 @@ VoucherValues& VoucherValues::userDefined() {
   return text("cdefine13").text("cdefine14").text("cdefine15").text("cdefine16");
 }
 
-std::string VoucherValues::list() const {
-  return list_.empty() ? list_ : list_.substr(0, list_.size() - 1);
+std::string_view VoucherValues::list() const {
+  return std::string_view(list_).substr(0, list_.empty() ? 0 : list_.size() - 1);
 }
 
 }  // namespace gljz

@@ -19,7 +19,7 @@ namespace gljz {
 class VoucherValues {
 public:
   // The fields are read from the current row of `row`, which has to live as long.
-  explicit VoucherValues(const platform::Recordset& row) : row_(row) {}
+  explicit VoucherValues(const platform::Recordset& row) : row_(row) { list_.reserve(usualLength); }
 
   // A value that does not come from the row, or is decided by the caller.
   VoucherValues& constant(std::string_view rendered);        // as it stands
@@ -40,9 +40,10 @@ public:
   VoucherValues& permissions();  // bvouchedit to bcussupinput
   VoucherValues& userDefined();  // cdefine1 to cdefine16, of which 4 and 6 are dates
 
-  std::string list() const;  // without the last comma
+  std::string_view list() const;  // without the last comma; valid until the next value
 
 private:
+  static constexpr std::size_t usualLength = 1000;
   const platform::Recordset& row_;
   std::string list_;
 };

@@ -4,6 +4,10 @@
 //   frmTranCond().ShowModal();   // the first reference creates and loads the form
 //   frmTranCond.unload();        // the next reference starts with a fresh one
 
+#include <functional>
+#include <string>
+#include <string_view>
+
 #include "platform/forms.h"
 #include "platform/surroundings.h"
 
@@ -23,6 +27,11 @@ public:
   }
   // A window host keeps the form on the screen while this holds; Changed is raised when it ends.
   bool visible() const { return visible_; }
+
+  // Every caption that the form is designed with, by the name of its control; the form's own has an empty name. This is
+  // what language resources replace when the form loads: what the form's code sets later stands.
+  using CaptionVisitor = std::function<void(std::string_view control, std::string& caption)>;
+  virtual void visitCaptions(const CaptionVisitor&) {}
 
 protected:
   void changed() { platform::surroundings().forms->Changed(*this); }

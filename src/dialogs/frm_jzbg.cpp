@@ -12,6 +12,15 @@ void FrmJZBG::Load() {
   Grid1.borderStyle = 0;
 }
 
+void FrmJZBG::visitCaptions(const CaptionVisitor& visit) {
+  visit("", Caption);
+  visit("Label1", Label1.Caption);
+  visit("Label3", Label3.Caption);
+  visit("Command1", Command1.Caption);
+  visit("command2", command2.Caption);
+  visit("Command3", Command3.Caption);
+}
+
 void FrmJZBG::Command1_Click() {
   FrmNBalance& notCarried = frmNBalance();
   notCarried.Caption = GetResString("Orvo.GL.TqGLJZ.00011");

@@ -13,6 +13,7 @@ class FrmJZBG : public Dialog {
 public:
   std::string_view Name() const override { return "frmJZBG"; }
   void Load() override;
+  void visitCaptions(const CaptionVisitor& visit) override;
 
   void Command1_Click();  // shows the records without a counterpart
   void command2_Click();  // prints the report; failures go to the caller

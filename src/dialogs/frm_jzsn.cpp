@@ -20,6 +20,14 @@ void FrmJZSN::Load() {
   timer1Enabled_ = true;
 }
 
+void FrmJZSN::visitCaptions(const CaptionVisitor& visit) {
+  visit("", caption_);
+  for (std::size_t i = 0; i < stepCount; ++i) visit("Label1(" + std::to_string(i) + ")", label1_[i].Caption);
+  visit("Label3", label3_);
+  visit("Command1", command1_.Caption);
+  visit("Command2", command2_.Caption);
+}
+
 void FrmJZSN::Timer1_Timer() {
   timer1Enabled_ = false;  // or the event would come again during the run
   ExecJZ();

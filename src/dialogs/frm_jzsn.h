@@ -16,6 +16,7 @@ public:
   FrmJZSN();
   std::string_view Name() const override { return "frmJZSN"; }
   void Load() override;
+  void visitCaptions(const CaptionVisitor& visit) override;
 
   // Runs ExecJZ once, then unloads the form, which ends the modal display. A failure leaves the form loaded.
   void Timer1_Timer();

@@ -50,6 +50,13 @@ void FrmNBalance::Load() {
   continueChosen = false;
 }
 
+void FrmNBalance::visitCaptions(const CaptionVisitor& visit) {
+  visit("", Caption);
+  visit("Command1", Command1.Caption);
+  visit("Command2", Command2.Caption);
+  visit("Command3", Command3.Caption);
+}
+
 void FrmNBalance::Command1_Click() {
   continueChosen = true;
   Hide();

@@ -14,6 +14,7 @@ class FrmNBalance : public Dialog {
 public:
   std::string_view Name() const override { return "frmNBalance"; }
   void Load() override;
+  void visitCaptions(const CaptionVisitor& visit) override;
 
   void Command1_Click();  // go on
   void Command2_Click();  // give up

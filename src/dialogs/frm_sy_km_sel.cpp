@@ -24,6 +24,15 @@ void FrmSyKmSel::Load() {
   accounts->Close();
 }
 
+void FrmSyKmSel::visitCaptions(const CaptionVisitor& visit) {
+  visit("", Caption);
+  visit("Frame1", Frame1.Caption);
+  visit("Label1", Label1.Caption);
+  visit("Label2", Label2.Caption);
+  visit("Label3", Label3.Caption);
+  visit("cmdOK", cmdOK.Caption);
+}
+
 void GetSyKmList() {
   auto accounts = newConn().OpenRecordset(sql::selectClosingAccounts(run.m_strLastDB, run.m_strLastYear), 2);
   if (!accounts->Eof()) fillLeft(frmSyKmSel().CtlSelList1, *accounts);

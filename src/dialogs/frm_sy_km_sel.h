@@ -17,6 +17,7 @@ public:
   // Fills the left list from the new year's opening balances, of whatever year: what ClearSyKm finds when nobody has
   // chosen. Failures of the statement go to the caller.
   void Load() override;
+  void visitCaptions(const CaptionVisitor& visit) override;
 
   void cmdOK_Click() { Hide(); }
 

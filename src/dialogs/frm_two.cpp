@@ -11,6 +11,12 @@ void FrmTwo::Load() {
   lblNote.ToolTipText = lblNote.Caption;
 }
 
+void FrmTwo::visitCaptions(const CaptionVisitor& visit) {
+  visit("Label1", Label1.Caption);
+  visit("Command1", Command1.Caption);
+  visit("Command2", Command2.Caption);
+}
+
 void FrmTwo::Command1_Click() {
   choose(1);
 }

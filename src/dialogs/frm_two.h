@@ -14,6 +14,7 @@ class FrmTwo : public Dialog {
 public:
   std::string_view Name() const override { return "frmTwo"; }
   void Load() override;
+  void visitCaptions(const CaptionVisitor& visit) override;
 
   void Command1_Click();
   void Command2_Click();

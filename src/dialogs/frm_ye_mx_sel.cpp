@@ -39,6 +39,15 @@ void FrmYeMxSel::Load() {
   if (CtlSelList1.left().empty() && CtlSelList1.right().empty()) cmdRefresh_Click();
 }
 
+void FrmYeMxSel::visitCaptions(const CaptionVisitor& visit) {
+  visit("", Caption);
+  visit("Frame1", Frame1.Caption);
+  visit("Label1", Label1.Caption);
+  visit("Label2", Label2.Caption);
+  visit("cmdRefresh", cmdRefresh.Caption);
+  visit("cmdOK", cmdOK.Caption);
+}
+
 void FrmYeMxSel::cmdRefresh_Click() {
   CtlSelList1.clear();
   eachAccount(iType == customers ? sql::selectCustomerAccounts(run.m_strLastDB, run.m_strLastYear)

@@ -26,6 +26,7 @@ public:
   // Shows the stored choice, or all accounts by balance when there is none. Failures of the statements, here and below,
   // go to the caller.
   void Load() override;
+  void visitCaptions(const CaptionVisitor& visit) override;
 
   void cmdRefresh_Click();  // all accounts of the kind, by balance
   void cmdOK_Click();       // stores the choice, decides iMode, hides the dialog

@@ -1,6 +1,7 @@
 #include "embedded/batch_template.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "embedded/session_impl.h"
 #include "tsql/literal.h"
@@ -8,6 +9,14 @@
 namespace embedded {
 
 using tsql::TokenKind;
+
+namespace {
+
+bool isAt(std::string_view text, std::size_t at, std::string_view piece) {
+  return text.size() - at >= piece.size() && std::memcmp(text.data() + at, piece.data(), piece.size()) == 0;
+}
+
+}  // namespace
 
 BatchTemplate::BatchTemplate(tsql::TokenStream tokens, std::shared_ptr<ParsedBatch> batch)
     : tokens_(std::move(tokens)), batch_(std::move(batch)) {
@@ -26,37 +35,36 @@ BatchTemplate::BatchTemplate(tsql::TokenStream tokens, std::shared_ptr<ParsedBat
     from = t.pos.offset + t.length;
   }
   after_ = source.substr(from);
-  found_.resize(holes_.size());
+  found_ = tokens_.literals;
 }
 
 bool BatchTemplate::match(std::string_view text) {
   if (inUse_) return false;
   std::size_t at = 0;
-  for (std::size_t i = 0; i < holes_.size(); ++i) {
-    const auto& before = holes_[i].before;
-    if (text.compare(at, before.size(), before) != 0) return false;
-    at += before.size();
-    if (!read(holes_[i], text, at)) return false;
+  for (const Hole& hole : holes_) {
+    if (!isAt(text, at, hole.before)) return false;
+    at += hole.before.size();
+    if (!read(hole, text, at)) return false;
   }
-  if (text.size() - at != after_.size() || text.compare(at, after_.size(), after_) != 0) return false;
-  for (std::size_t i = 0; i < holes_.size(); ++i)
-    std::swap(tokens_.literals[static_cast<std::size_t>(holes_[i].ordinal)], found_[i]);
+  if (text.size() - at != after_.size() || !isAt(text, at, after_)) return false;
+  tokens_.literals.swap(found_);
   return true;
 }
 
 bool BatchTemplate::read(const Hole& hole, std::string_view text, std::size_t& at) {
-  auto& value = found_[static_cast<std::size_t>(&hole - holes_.data())];
+  auto& value = found_[static_cast<std::size_t>(hole.ordinal)];
   if (hole.kind == TokenKind::string || hole.kind == TokenKind::nstring) {
     if (hole.kind == TokenKind::nstring) {
       if (at >= text.size() || (text[at] != 'N' && text[at] != 'n')) return false;
       ++at;
     }
     if (at >= text.size() || text[at] != '\'') return false;
-    const auto end = text.find('\'', at + 1);
-    if (end == std::string_view::npos || (end + 1 < text.size() && text[end + 1] == '\'')) return false;
+    unsigned char bits = 0;
+    std::size_t end = at + 1;
+    for (; end < text.size() && text[end] != '\''; ++end) bits |= static_cast<unsigned char>(text[end]);
+    if (end == text.size() || (end + 1 < text.size() && text[end + 1] == '\'')) return false;
     const auto content = text.substr(at + 1, end - at - 1);
-    const bool ascii =
-        std::all_of(content.begin(), content.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    const bool ascii = bits < 0x80;
     auto* known = std::get_if<std::string>(&value.value);
     if (ascii && known && content.size() < 4000) {  // characters and bytes are one: no counting, and the memory is kept
       known->assign(content);
@@ -82,10 +90,15 @@ bool BatchTemplate::read(const Hole& hole, std::string_view text, std::size_t& a
   }
   if (at >= text.size() || text[at] != '.') return false;
   int scale = 0;
-  for (++at; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at, ++scale) {
-  }
+  for (++at; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at, ++scale)
+    if (scale < digitsThatFit) number = number * 10 + (text[at] - '0');
   if (scale != hole.scale) return false;
-  value = tsql::decimalLiteral(text.substr(begin, at - begin), {});
+  if (scale < digitsThatFit && text[begin] != '0') {  // every digit counts, and 64 bits hold them
+    value.type = tsql::decimalType(digits + scale, scale);
+    value.value = number;
+  } else {
+    value = tsql::decimalLiteral(text.substr(begin, at - begin), {});
+  }
   return true;
 }
 

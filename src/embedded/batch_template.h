@@ -53,7 +53,7 @@ private:
   std::shared_ptr<ParsedBatch> batch_;
   std::vector<Hole> holes_;
   std::string after_;
-  std::vector<tsql::LiteralValue> found_;
+  std::vector<tsql::LiteralValue> found_;  // by ordinal: changes places with the tokens' literals when a text matches
   bool usable_ = true, inUse_ = false;
 };
 

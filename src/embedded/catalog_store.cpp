@@ -163,6 +163,58 @@ std::string lowerName(std::string_view name) {
   return s;
 }
 
+TypeFacts typeFacts(const SqlType& t) {
+  switch (t.kind) {
+    case TypeKind::bit:
+      return {104, 1, 1, 0};
+    case TypeKind::tinyint:
+      return {48, 1, 3, 0};
+    case TypeKind::smallint:
+      return {52, 2, 5, 0};
+    case TypeKind::integer:
+      return {56, 4, 10, 0};
+    case TypeKind::bigint:
+      return {127, 8, 19, 0};
+    case TypeKind::smallmoney:
+      return {122, 4, 10, 4};
+    case TypeKind::money:
+      return {60, 8, 19, 4};
+    case TypeKind::decimal:
+      return {106, t.precision <= 9 ? 5 : t.precision <= 19 ? 9 : t.precision <= 28 ? 13 : 17, t.precision, t.scale};
+    case TypeKind::real:
+      return {59, 4, 24, {}};
+    case TypeKind::float_:
+      return {62, 8, 53, {}};
+    case TypeKind::smalldatetime:
+      return {58, 4, 16, 0};
+    case TypeKind::datetime:
+      return {61, 8, 23, 3};
+    case TypeKind::uniqueidentifier:
+      return {36, 16, {}, {}};
+    case TypeKind::char_:
+      return {175, t.length, t.length, {}};
+    case TypeKind::varchar:
+      return {167, t.length, t.length, {}};
+    case TypeKind::nchar:
+      return {239, t.length * 2, t.length, {}};
+    case TypeKind::nvarchar:
+      return {231, t.length == SqlType::maxLength ? -1 : t.length * 2, t.length, {}};
+    case TypeKind::text:
+      return {35, 16, {}, {}};
+    case TypeKind::ntext:
+      return {99, 16, {}, {}};
+    case TypeKind::binary:
+      return {173, t.length, t.length, {}};
+    case TypeKind::varbinary:
+      return {165, t.length, t.length, {}};
+    case TypeKind::image:
+      return {34, 16, {}, {}};
+    case TypeKind::null:
+      break;
+  }
+  return {};
+}
+
 void createCatalog(sqlite3* db, const std::string& schemaName) {
   const bool own = sqlite3_get_autocommit(db) != 0;
   if (own) run(db, "BEGIN");
@@ -230,7 +282,7 @@ std::shared_ptr<const DatabaseCatalog> loadCatalog(sqlite3* db, const std::strin
 }
 
 std::int64_t storeTable(sqlite3* db, const std::string& schemaName, const TableDef& table) {
-  const auto id = nextId(db, schemaName);
+  const auto id = table.id ? table.id : nextId(db, schemaName);  // a table that is made anew keeps its number
   write(db,
         "INSERT INTO " + in(schemaName, "_ts_objects") +
             "(name,id,xtype,uid,parent_obj,crdate,type) VALUES(?,?,'U',1,0,ts_getdate(),'U')",
@@ -244,16 +296,17 @@ std::int64_t storeTable(sqlite3* db, const std::string& schemaName, const TableD
 
 void storeColumn(sqlite3* db, const std::string& schemaName, std::int64_t table, int position,
                  const ColumnDef& column) {
-  const SqlType& t = column.type;
-  const bool unicode = tsql::isUnicode(t.kind);
-  const std::int64_t bytes = t.length == SqlType::maxLength                   ? -1
-                             : tsql::isText(t.kind) || tsql::isBinary(t.kind) ? t.length * (unicode ? 2 : 1)
-                                                                              : 8;
-  const std::int64_t precision = t.kind == TypeKind::decimal ? t.precision : t.length;
-  std::vector<tsql::Datum> v = {
-      number(table),   number(position + 1), text(column.name), number(static_cast<int>(t.kind)),
-      number(bytes),   number(precision),    number(t.scale),   number(column.nullable ? 1 : 0),
-      number(t.pack())};
+  const TypeFacts facts = typeFacts(column.type);
+  const auto orNull = [](std::optional<int> n) { return n ? number(*n) : tsql::Datum{}; };
+  std::vector<tsql::Datum> v = {number(table),
+                                number(position + 1),
+                                text(column.name),
+                                number(facts.number),
+                                number(facts.length),
+                                orNull(facts.precision),
+                                orNull(facts.scale),
+                                number(column.nullable ? 1 : 0),
+                                number(column.type.pack())};
   if (column.identity) {
     v.push_back(number(column.identity->seed));
     v.push_back(number(column.identity->increment));

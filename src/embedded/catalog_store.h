@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -32,6 +33,14 @@ struct DatabaseCatalog {
 };
 
 std::string lowerName(std::string_view name);
+
+// What syscolumns says about a type. nullopt where the server says Null.
+struct TypeFacts {
+  int number = 0;  // xtype
+  int length = 0;  // bytes of a value; -1 for (max)
+  std::optional<int> precision, scale;
+};
+TypeFacts typeFacts(const tsql::SqlType& type);
 
 // Makes the store's tables in a new, empty database.
 void createCatalog(sqlite3* db, const std::string& schemaName);

@@ -183,9 +183,33 @@ void dateTimeAdd(Call& c) {
   c.result(checkDate(Int128{c.integer(0)} + static_cast<std::int64_t>(ticks)));
 }
 
+// One time for the whole statement, whatever the number of rows.
 void getDate(Call& c) {
-  if (!c.context().now) throw SqlError(50000, "The clock is not set.");
-  c.result(c.context().now());
+  auto& context = c.context();
+  if (!context.now) throw SqlError(50000, "The clock is not set.");
+  if (!context.statementTime) context.statementTime = context.now();
+  c.result(*context.statementTime);
+}
+
+// A sum or difference of dates: what no date can be is a failure.
+void dateResult(Call& c) {
+  if (sqlite3_value_type(c.value(0)) == SQLITE_FLOAT)
+    return c.result(checkDate(static_cast<Int128>(std::clamp(std::round(c.real(0)), -1e15, 1e15))));
+  c.result(checkDate(Int128{c.integer(0)}));
+}
+
+void isDate(Call& c) {
+  try {
+    const auto from = tsql::typeOf(tsql::TypeKind::varchar, 8000);
+    tsql::convert(std::string(c.text(0)), from, tsql::typeOf(tsql::TypeKind::datetime));
+    c.result(std::int64_t{c.text(0).find_first_not_of(' ') != std::string_view::npos});
+  } catch (const SqlError&) {
+    c.result(std::int64_t{0});
+  }
+}
+void isDateOrNull(Call& c) {
+  if (c.isNull(0)) return c.result(std::int64_t{0});
+  isDate(c);
 }
 
 }  // namespace
@@ -194,7 +218,8 @@ void registerDateFunctions(sqlite3* db, FunctionContext& context) {
   static constexpr FunctionEntry entries[] = {
       {"ts_datepart", 2, runNullToNull<datePart>},        {"ts_datename", 2, runNullToNull<dateName>},
       {"ts_dateadd", 3, runNullToNull<dateAdd>},          {"ts_datediff", 3, runNullToNull<dateDiff>},
-      {"ts_datetime_add", 2, runNullToNull<dateTimeAdd>}, {"ts_getdate", 0, runAlways<getDate>, false}};
+      {"ts_datetime_add", 2, runNullToNull<dateTimeAdd>}, {"ts_getdate", 0, runAlways<getDate>, false},
+      {"ts_date", 1, runNullToNull<dateResult>},          {"ts_isdate", 1, runAlways<isDateOrNull>}};
   registerAll(db, context, entries);
 }
 

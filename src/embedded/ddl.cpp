@@ -1,7 +1,7 @@
-// Definitions: databases, tables, columns, keys.
+// Definitions: tables, columns, keys.
 
 #include <algorithm>
-#include <filesystem>
+#include <utility>
 
 #include "embedded/session_impl.h"
 
@@ -16,10 +16,6 @@ using tsql::TypeKind;
 
 namespace {
 
-std::filesystem::path pathOf(const std::string& utf8) {
-  return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
-}
-
 const char* storageClass(const tsql::SqlType& t) {
   if (tsql::isText(t.kind)) return "TEXT COLLATE TQ";
   if (tsql::isApproximate(t.kind)) return "REAL";
@@ -28,10 +24,32 @@ const char* storageClass(const tsql::SqlType& t) {
   return "INTEGER";
 }
 
-[[noreturn]] void noSuchTable(const tsql::ast::Name& n) {
+[[noreturn]] void noSuchTable(const tsql::ast::Name& n, int number = 4902) {
   throw SqlError(
-      4902, "Cannot find the object \"" + n.last() + "\" because it does not exist or you do not have permissions.",
+      number, "Cannot find the object \"" + n.last() + "\" because it does not exist or you do not have permissions.",
       n.pos);
+}
+
+// An identity column is a whole number that takes no Null.
+void checkIdentity(const tsql::ast::ColumnDefinition& d, const tsql::SqlType& type, const std::string& table) {
+  const bool whole = (tsql::isExactInteger(type.kind) && type.kind != TypeKind::bit) ||
+                     (type.kind == TypeKind::decimal && type.scale == 0);
+  if (!whole)
+    throw SqlError(2749,
+                   "Identity column '" + d.name +
+                       "' must be of data type int, bigint, smallint, tinyint, or decimal or numeric with a scale of "
+                       "0, and constrained to be nonnullable.",
+                   d.pos);
+  if (d.nullable.value_or(false))
+    throw SqlError(
+        8147, "Could not create IDENTITY attribute on nullable column '" + d.name + "', table '" + table + "'.", d.pos);
+  if (d.defaultValue)
+    throw SqlError(1754,
+                   "Defaults cannot be created on columns with an IDENTITY attribute. Table '" + table + "', column '" +
+                       d.name + "'.",
+                   d.pos);
+  if (d.identity->increment == 0)
+    throw SqlError(2753, "Identity column '" + d.name + "' contains invalid INCREMENT.", d.pos);
 }
 
 bool isConstant(const tsql::ast::Expr& e) {
@@ -64,7 +82,8 @@ bool mayBeNull(const TableDef& t, const KeyDef& k) {
 
 }  // namespace
 
-ColumnDef Session::Impl::columnOf(const tsql::ast::ColumnDefinition& d, const tsql::TokenStream&) {
+ColumnDef Session::Impl::columnOf(const tsql::ast::ColumnDefinition& d, const std::string& tableName,
+                                  std::size_t position) {
   ColumnDef c;
   c.name = d.name;
   if (d.computed) {
@@ -73,8 +92,12 @@ ColumnDef Session::Impl::columnOf(const tsql::ast::ColumnDefinition& d, const ts
   }
   const auto type = tsql::typeByName(d.type.name, d.type.first, d.type.second, d.type.max, 1);
   if (!type)
-    throw SqlError(2715, "Column, parameter, or variable #1: Cannot find data type " + d.type.name + ".", d.type.pos);
+    throw SqlError(
+        2715,
+        "Column, parameter, or variable #" + std::to_string(position) + ": Cannot find data type " + d.type.name + ".",
+        d.type.pos);
   c.type = *type;
+  if (d.identity) checkIdentity(d, c.type, tableName);
   c.identity = d.identity;
   c.rowGuid = d.rowGuid;
   c.nullable = d.nullable.value_or(true);
@@ -208,11 +231,10 @@ void Session::Impl::addConstraint(TableDef& t, const tsql::ast::TableConstraint&
   }
 }
 
-void Session::Impl::createTable(const tsql::ast::CreateTable& s, Running& r) {
+void Session::Impl::createTable(const tsql::ast::CreateTable& s) {
   refreshCatalogs();
   const ObjectPlace p = place(s.name);
-  if (!p.known)
-    throw SqlError(2760, "The specified schema name or database of '" + p.object + "' does not exist.", s.name.pos);
+  if (!p.known) noSuchPlace(s.name);
   if (p.temporary) needTemporary();
   const DatabaseCatalog* catalog = p.temporary ? temporary.get() : catalogOf(p.database);
   if (catalog->tables.contains(p.object) || catalog->procedures.contains(p.object))
@@ -228,7 +250,7 @@ void Session::Impl::createTable(const tsql::ast::CreateTable& s, Running& r) {
                      "Column names in each table must be unique. Column name '" + d.name + "' in table '" + t.name +
                          "' is specified more than once.",
                      d.pos);
-    t.columns.push_back(columnOf(d, *r.tokens));
+    t.columns.push_back(columnOf(d, t.name, t.columns.size() + 1));
     if (t.columns.back().identity && ++identities > 1)
       throw SqlError(2744,
                      "Multiple identity columns specified for table '" + t.name +
@@ -237,16 +259,26 @@ void Session::Impl::createTable(const tsql::ast::CreateTable& s, Running& r) {
     for (const auto& c : d.constraints) constraints.push_back(&c);
   }
   for (const auto& c : s.constraints) constraints.push_back(&c);
-  for (const auto* c : constraints)
-    if (c->kind == tsql::ast::TableConstraint::Kind::primaryKey)
-      for (const auto& part : c->columns)
-        if (const int n = t.find(part.name); n >= 0) t.columns[static_cast<std::size_t>(n)].nullable = false;
+  bool hasPrimaryKey = false;
+  for (const auto* c : constraints) {
+    if (c->kind != tsql::ast::TableConstraint::Kind::primaryKey) continue;
+    if (std::exchange(hasPrimaryKey, true))
+      throw SqlError(8110, "Cannot add multiple PRIMARY KEY constraints to table '" + t.name + "'.", c->pos);
+    for (const auto& part : c->columns) {
+      const int n = t.find(part.name);
+      if (n < 0) continue;  // addConstraint says so
+      if (s.columns[static_cast<std::size_t>(n)].nullable.value_or(false))
+        throw SqlError(8111, "Cannot define PRIMARY KEY constraint on nullable column in table '" + t.name + "'.",
+                       c->pos);
+      t.columns[static_cast<std::size_t>(n)].nullable = false;
+    }
+  }
   for (const auto* c : constraints) addConstraint(t, *c, t.keys, t.checks);
   check([&] { atomically([&] { makeTable(t, p); }); });
   rowCount = 0;
 }
 
-void Session::Impl::alterTable(const tsql::ast::AlterTable& s, Running& r) {
+void Session::Impl::alterTable(const tsql::ast::AlterTable& s) {
   using Action = tsql::ast::AlterTable::Action;
   refreshCatalogs();
   const auto keep = currentCatalogs();
@@ -274,7 +306,7 @@ void Session::Impl::alterTable(const tsql::ast::AlterTable& s, Running& r) {
                          "Column names in each table must be unique. Column name '" + d.name + "' in table '" + t.name +
                              "' is specified more than once.",
                          d.pos);
-        ColumnDef c = columnOf(d, *r.tokens);
+        ColumnDef c = columnOf(d, t.name, t.columns.size() - old->columns.size() + 1);
         if (!c.nullable && c.defaultText.empty() && !c.identity && c.computedText.empty() && !empty)
           throw SqlError(
               4901,
@@ -288,13 +320,23 @@ void Session::Impl::alterTable(const tsql::ast::AlterTable& s, Running& r) {
           const auto tokens = tsql::lex(c.defaultText);
           value = tsql::sqliteLiteral(scalar(*tsql::parseExpression(tokens), tokens, c.type, nullptr));
         }
-        if (c.identity) value = old->rowNumber;
+        if (c.identity && old->identityColumn() >= 0)
+          throw SqlError(2744,
+                         "Multiple identity columns specified for table '" + t.name +
+                             "'. Only one identity column per table is allowed.",
+                         d.pos);
+        if (c.identity)  // the rows that are there are numbered
+          value = std::to_string(c.identity->seed) + "+" + std::to_string(c.identity->increment) +
+                  "*(row_number() OVER (ORDER BY " + old->rowNumber + ")-1)";
         t.columns.push_back(std::move(c));
         from.push_back(value);
         for (const auto& k : d.constraints) addConstraint(t, k, keys, checks);
       }
       for (const auto& c : s.constraints) {
-        if (c.kind == tsql::ast::TableConstraint::Kind::primaryKey)
+        const bool primary = c.kind == tsql::ast::TableConstraint::Kind::primaryKey;
+        if (primary && std::any_of(t.keys.begin(), t.keys.end(), [](const KeyDef& k) { return k.primary; }))
+          throw SqlError(1779, "Table '" + t.name + "' already has a primary key defined on it.", c.pos);
+        if (primary)
           for (const auto& part : c.columns)
             if (const int n = t.find(part.name); n >= 0 && t.columns[static_cast<std::size_t>(n)].nullable)
               throw SqlError(8111, "Cannot define PRIMARY KEY constraint on nullable column in table '" + t.name + "'.",
@@ -329,7 +371,7 @@ void Session::Impl::alterTable(const tsql::ast::AlterTable& s, Running& r) {
             "ALTER TABLE ALTER COLUMN failed because column '" + d.name + "' does not exist in table '" + t.name + "'.",
             d.pos);
       auto& c = t.columns[static_cast<std::size_t>(n)];
-      const ColumnDef changed = columnOf(d, *r.tokens);
+      const ColumnDef changed = columnOf(d, t.name, 1);
       from[static_cast<std::size_t>(n)] = "ts_store(" + quoteName(c.name) + "," + std::to_string(c.type.pack()) + "," +
                                           std::to_string(changed.type.pack()) + ")";
       c.type = changed.type;
@@ -407,7 +449,10 @@ void Session::Impl::alterTable(const tsql::ast::AlterTable& s, Running& r) {
           run(db.get(), "INSERT INTO " + made->storage + "(" + names + ") SELECT " + values + " FROM " + aside +
                             " ORDER BY " + rowNumber);
           run(db.get(), "DROP TABLE " + aside);
-          if (numbered) identityGiven(*made, number);
+          if (numbered)
+            identityGiven(*made, number);
+          else if (made->identityColumn() >= 0)
+            numbersGiven(*made);
         });
       },
       &t);
@@ -440,7 +485,7 @@ void Session::Impl::dropTable(const tsql::ast::DropTable& s) {
 void Session::Impl::truncate(const tsql::ast::Truncate& s, Running& r) {
   refreshCatalogs();
   const TableDef* t = table(s.target);
-  if (!t || t->system) noSuchTable(s.target);
+  if (!t || t->system) noSuchTable(s.target, 4701);
   check([&] {
     atomically([&] {
       run(db.get(), "DELETE FROM " + t->storage);
@@ -509,61 +554,6 @@ void Session::Impl::dropIndex(const tsql::ast::DropIndex& s) {
       });
     });
     reloadCatalog(schema);
-  }
-}
-
-void Session::Impl::createDatabase(const tsql::ast::CreateDatabase& s) {
-  if (s.name.empty() || s.name.find_first_of("/\\:*?\"<>|") != std::string::npos || s.name[0] == '.')
-    throw SqlError(1038, "The name '" + s.name + "' cannot be a database's name.", s.pos, 15);
-  if (server->impl().find(s.name) || tsql::sameName(s.name, "tempdb"))
-    throw SqlError(1801, "Database '" + s.name + "' already exists. Choose a different database name.", s.pos);
-  if (tranCount > 0)
-    throw SqlError(226, "CREATE DATABASE statement not allowed within multi-statement transaction.", s.pos);
-  // Made under another name first: a database is there whole or not at all.
-  const std::string file = server->impl().fileOf(s.name), making = file + ".new";
-  check([&] {
-    std::error_code ignored;
-    std::filesystem::remove(pathOf(making), ignored);
-    sqlite3* handle = nullptr;
-    const int rc = sqlite3_open_v2(making.c_str(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
-    const DatabaseHandle made(handle);
-    if (rc != SQLITE_OK) throw SqliteFailure{rc, sqlite3_errmsg(handle)};
-    registerFunctions(handle, context);
-    createCatalog(handle, "main");
-    embedded::run(handle, "PRAGMA journal_mode=WAL");
-  });
-  std::error_code failed;
-  std::filesystem::rename(pathOf(making), pathOf(file), failed);
-  if (failed) throw SqlError(5105, "The file '" + file + "' cannot be made: " + failed.message());
-}
-
-void Session::Impl::dropDatabase(const tsql::ast::DropDatabase& s) {
-  const auto name = server->impl().find(s.name);
-  if (!name)
-    throw SqlError(
-        3701, "Cannot drop the database '" + s.name + "', because it does not exist or you do not have permission.",
-        s.pos, 11);
-  if (tsql::sameName(*name, current))
-    throw SqlError(3702, "Cannot drop database \"" + *name + "\" because it is currently in use.", s.pos);
-  if (tranCount > 0)
-    throw SqlError(226, "DROP DATABASE statement not allowed within multi-statement transaction.", s.pos);
-  if (const auto it = attached.find(*name); it != attached.end()) {
-    forgetPlans();
-    check([&] { embedded::run(db.get(), "DETACH " + quoteName(it->second.schemaName)); });
-    attached.erase(it);
-    ++catalogEpoch;
-  }
-  {
-    const std::lock_guard lock(server->impl().mutex);
-    std::erase_if(server->impl().identity,
-                  [&](const auto& x) { return x.first.rfind(lowerName(*name) + ".", 0) == 0; });
-  }
-  const auto file = pathOf(server->impl().fileOf(*name));
-  std::error_code ignored;
-  for (const char* end : {"-wal", "-shm", ""}) {
-    auto f = file;
-    f += end;
-    std::filesystem::remove(f, ignored);
   }
 }
 

@@ -1,5 +1,7 @@
 // SQLite's failures in the server's words.
 
+#include <set>
+
 #include "embedded/session_impl.h"
 
 namespace embedded {
@@ -63,6 +65,27 @@ std::string afterLast(const std::string& s, const char* mark) {
   return i == std::string::npos ? s : s.substr(i + std::string_view(mark).size());
 }
 
+// The server names the column when the check is about one alone.
+std::string checkedColumn(const TableDef& t, const std::string& check) {
+  std::set<int> columns;
+  for (const auto& c : t.checks)
+    if (tsql::sameName(c.name, check))
+      for (const auto& token : tsql::lex(c.text).tokens)
+        if (token.kind == tsql::TokenKind::identifier || token.kind == tsql::TokenKind::quotedIdentifier)
+          if (const int n = t.find(token.text); n >= 0) columns.insert(n);
+  return columns.size() == 1 ? t.columns[static_cast<std::size_t>(*columns.begin())].name : std::string();
+}
+
+SqlError violatedCheck(const TableDef* t, const std::string& check, const std::string& verb) {
+  std::string text = "The " + verb + " statement conflicted with the CHECK constraint \"" + check + "\".";
+  if (t) {
+    text += " The conflict occurred in database \"" + t->database + "\", table \"" + object(t) + "\"";
+    const std::string column = checkedColumn(*t, check);
+    text += column.empty() ? "." : ", column '" + column + "'.";
+  }
+  return SqlError(547, text);
+}
+
 }  // namespace
 
 SqlError Session::Impl::translate(const SqliteFailure& f, const TableDef* table) {
@@ -80,11 +103,10 @@ SqlError Session::Impl::translate(const SqliteFailure& f, const TableDef* table)
       const std::string column = afterLast(f.message, ".");
       return SqlError(515, "Cannot insert the value NULL into column '" + column + "', table '" +
                                (table ? table->database + ".dbo." + table->name : std::string("?")) +
-                               "'; column does not allow nulls. INSERT fails.");
+                               "'; column does not allow nulls. " + changingBy + " fails.");
     }
     case SQLITE_CONSTRAINT_CHECK:
-      return SqlError(547, "The statement conflicted with the CHECK constraint \"" + afterLast(f.message, ": ") +
-                               "\". The conflict occurred in table \"" + object(table) + "\".");
+      return violatedCheck(table, afterLast(f.message, ": "), changingBy);
     default:
       break;
   }
@@ -124,6 +146,44 @@ void Session::Impl::failed(const SqliteFailure& f, const TableDef* table) {
        f.message.find(" has no column named ") != std::string::npos))
     throw StalePlan{};
   throw translate(f, table);
+}
+
+platform::Value cellValue(const PreparedStatement& rows, int column, const tsql::SqlType& t) {
+  using platform::Value;
+  using tsql::TypeKind;
+  sqlite3_value* v = sqlite3_column_value(rows.get(), column);
+  switch (sqlite3_value_type(v)) {
+    case SQLITE_NULL:
+      return {};
+    case SQLITE_INTEGER: {
+      const std::int64_t n = sqlite3_value_int64(v);
+      switch (t.kind) {
+        case TypeKind::bit:
+          return Value(n != 0);
+        case TypeKind::tinyint:
+        case TypeKind::smallint:
+        case TypeKind::integer:
+        case TypeKind::bigint:
+          return Value(n);
+        case TypeKind::money:
+          return Value(platform::Money::fromUnits(n));
+        case TypeKind::datetime:
+          return Value(platform::DateTime::fromTicks(n));
+        default:
+          break;
+      }
+      break;
+    }
+    case SQLITE_FLOAT:
+      return Value(sqlite3_value_double(v));
+    case SQLITE_TEXT: {
+      const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(v));
+      return Value(std::string_view(text, static_cast<std::size_t>(sqlite3_value_bytes(v))));
+    }
+    default:
+      break;
+  }
+  return toValue(rows.column(column), t);
 }
 
 platform::Value toValue(tsql::Datum d, const tsql::SqlType& t) {

@@ -15,8 +15,9 @@ struct sqlite3;
 namespace embedded {
 
 struct FunctionContext {
-  std::optional<tsql::SqlError> failure;  // set by a function that failed
-  std::function<std::int64_t()> now;      // ticks of 1/300 s since 1900-01-01, local time
+  std::optional<tsql::SqlError> failure;      // set by a function that failed
+  std::function<std::int64_t()> now;          // ticks of 1/300 s since 1900-01-01, local time
+  std::optional<std::int64_t> statementTime;  // what now() gave to the running statement; forgotten at its end
   void fail(const tsql::SqlError& e) {
     if (!failure) failure = e;
   }

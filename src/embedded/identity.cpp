@@ -11,18 +11,41 @@ std::int64_t Session::Impl::identityRef(const TableDef& t) {
   // The # tables of two sessions may have one name and number.
   const std::string key = lowerName(t.database) + "." + std::to_string(t.id) +
                           (t.temporary ? "@" + std::to_string(reinterpret_cast<std::uintptr_t>(this)) : "");
-  for (std::size_t i = 0; i < identityRefs.size(); ++i)
-    if (identityRefs[i].key == key) return static_cast<std::int64_t>(i);
-  const auto clause = *t.columns[static_cast<std::size_t>(t.identityColumn())].identity;
-  IdentityRef ref{key, nullptr, t.id, t.schemaName, clause.seed, clause.increment};
-  {
+  std::size_t i = 0;
+  while (i < identityRefs.size() && identityRefs[i].key != key) ++i;
+  if (i == identityRefs.size()) {
+    IdentityRef added;
+    added.key = key;
     const std::lock_guard lock(server->impl().mutex);
     auto& counter = server->impl().identity[key];
     if (!counter) counter = std::make_shared<IdentityCounter>();
-    ref.counter = counter;
+    added.counter = counter;
+    identityRefs.push_back(std::move(added));
   }
-  identityRefs.push_back(std::move(ref));
-  return static_cast<std::int64_t>(identityRefs.size()) - 1;
+  // The column may have been changed since.
+  IdentityRef& ref = identityRefs[i];
+  const auto& column = t.columns[static_cast<std::size_t>(t.identityColumn())];
+  ref.id = t.id;
+  ref.schemaName = t.schemaName;
+  ref.seed = column.identity->seed;
+  ref.increment = column.identity->increment;
+  ref.typeName = column.type.baseName();
+  ref.lowest = INT64_MIN;
+  ref.highest = INT64_MAX;
+  switch (column.type.kind) {
+    case tsql::TypeKind::tinyint:
+      ref.lowest = 0, ref.highest = UINT8_MAX;
+      break;
+    case tsql::TypeKind::smallint:
+      ref.lowest = INT16_MIN, ref.highest = INT16_MAX;
+      break;
+    case tsql::TypeKind::integer:
+      ref.lowest = INT32_MIN, ref.highest = INT32_MAX;
+      break;
+    default:
+      break;
+  }
+  return static_cast<std::int64_t>(i);
 }
 
 // With the first number of a transaction: the store may know of numbers that another process gave.
@@ -45,7 +68,10 @@ std::int64_t Session::Impl::nextIdentity(std::int64_t index) {
   ref.pending = true;
   const std::lock_guard lock(ref.counter->mutex);
   auto& last = ref.counter->last;
-  last = last ? *last + ref.increment : ref.seed;
+  const std::int64_t next = last ? *last + ref.increment : ref.seed;
+  if (next < ref.lowest || next > ref.highest)
+    throw tsql::SqlError(8115, "Arithmetic overflow error converting IDENTITY to data type " + ref.typeName + ".");
+  last = next;
   lastIdentity = scopeIdentity = *last;
   return *last;
 }
@@ -59,6 +85,13 @@ void Session::Impl::identityGiven(const TableDef& t, std::int64_t number) {
   auto& last = ref.counter->last;
   if (!last || (ref.increment > 0 ? *last < number : *last > number)) last = number;
   lastIdentity = scopeIdentity = number;
+}
+
+void Session::Impl::numbersGiven(const TableDef& t) {
+  const auto& column = t.columns[static_cast<std::size_t>(t.identityColumn())];
+  PreparedStatement top(db.get(), std::string("SELECT ") + (column.identity->increment > 0 ? "max(" : "min(") +
+                                      quoteName(column.name) + ") FROM " + t.storage);
+  if (top.step() && sqlite3_column_type(top.get(), 0) != SQLITE_NULL) identityGiven(t, top.integer(0));
 }
 
 // Counting begins anew: the table was dropped or emptied.

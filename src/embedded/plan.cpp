@@ -78,7 +78,11 @@ std::shared_ptr<PlanSet> Session::Impl::planSet(const tsql::ast::Statement& s, c
   if (known) return known;
   if (!cacheOn) return known = std::make_shared<PlanSet>();
   // Statements of one shape share their plans, also across batches.
-  auto& shared = planSets[lowerName(current) + "\n" + r.tokens->shape(s.firstToken, s.lastToken)];
+  std::string key = lowerName(current) + "\n" + r.tokens->shape(s.firstToken, s.lastToken);
+  for (const auto& f : r.batch->fixed)  // literals that are part of the tree: a text as a column's name
+    for (std::size_t i = s.firstToken; i < s.lastToken; ++i)
+      if (r.tokens->tokens[i].literal == f.first) (key += '\n') += r.tokens->tokens[i].raw;
+  auto& shared = planSets[key];
   if (!shared) shared = std::make_shared<PlanSet>();
   return known = shared;
 }
@@ -91,6 +95,10 @@ bool Session::Impl::holds(const Plan& p, const TokenStream& tokens, int base) co
       if (it == attached.end() || it->second.catalog != c) return false;
     }
     p.checkedAt = catalogEpoch;
+  }
+  for (const auto& [name, type] : p.variables) {
+    const auto known = frame ? frame->find(name) : Frame::const_iterator();
+    if (!frame || known == frame->end() || !(known->second.type == type)) return false;
   }
   for (const auto& pin : p.pins) {
     const auto& v = tokens.literals[static_cast<std::size_t>(pin.ordinal + base)];
@@ -166,6 +174,7 @@ std::shared_ptr<Plan> Session::Impl::makePlan(BoundStatement bound, int base) {
     p->table = bound.delete_->table;
     p->sql = tsql::emitDelete(*bound.delete_);
   }
+  p->variables = std::move(bound.variables);
   p->slots = std::move(bound.slots);
   check([&] { p->prepared = PreparedStatement(db.get(), p->sql, true); }, p->table);
   return p;
@@ -199,6 +208,14 @@ Datum Session::Impl::slotValue(const Slot& slot, const Running& r, int base) {
         v = static_cast<std::int64_t>(tranCount);
       else if (name == "@@error")
         v = static_cast<std::int64_t>(lastError);
+      else if (name == "@@nestlevel")
+        v = static_cast<std::int64_t>(nesting);
+      else if (name == "@@spid")
+        v = std::int64_t{1};
+      else if (name == "@@datefirst")
+        v = std::int64_t{7};
+      else if (name == "@@language")
+        v = std::string("us_english");
       else if (name == "@@version")
         v = std::string("gljz embedded server");
       else if (name == "@@servername")

@@ -11,6 +11,12 @@ using tsql::SqlError;
 namespace {
 constexpr int deepest = 32;
 
+void setFrom(Frame& frame, const std::string& name, const Variable& value) {
+  const auto variable = frame.find(name);
+  if (variable == frame.end()) throw SqlError(137, "Must declare the scalar variable \"" + name + "\".", {}, 15);
+  variable->second.value = tsql::convert(value.value, value.type, variable->second.type);
+}
+
 tsql::SqlType parameterType(const tsql::ast::ProcedureParameter& p) {
   const auto t = tsql::typeByName(p.type.name, p.type.first, p.type.second, p.type.max, 1);
   if (!t) throw SqlError(2715, "Column, parameter, or variable #1: Cannot find data type " + p.type.name + ".", p.pos);
@@ -21,8 +27,8 @@ tsql::SqlType parameterType(const tsql::ast::ProcedureParameter& p) {
 void Session::Impl::createProcedure(const tsql::ast::CreateProcedure& s, Running&) {
   refreshCatalogs();
   const ObjectPlace p = place(s.name);
-  if (!p.known || p.temporary)
-    throw SqlError(2760, "The specified schema name or database of '" + p.object + "' does not exist.", s.name.pos);
+  if (p.temporary) throwUnsupported("a temporary procedure", s.name.pos);
+  if (!p.known) noSuchPlace(s.name);
   const DatabaseCatalog* c = catalogOf(p.database);
   const auto it = c->procedures.find(p.object);
   if (s.alter && it == c->procedures.end()) throw SqlError(208, "Invalid object name '" + p.object + "'.", s.name.pos);
@@ -58,6 +64,15 @@ void Session::Impl::dropProcedure(const tsql::ast::DropProcedure& s) {
   }
 }
 
+// sp_help, xp_cmdshell and the like, unless somebody has made one of that name.
+void Session::Impl::refuseSystemProcedure(const tsql::ast::Name& name) {
+  const std::string lower = lowerName(name.last());
+  if (lower.rfind("sp_", 0) != 0 && lower.rfind("xp_", 0) != 0) return;
+  const ObjectPlace where = place(name);
+  const DatabaseCatalog* c = where.known && !where.temporary ? catalogOf(where.database) : nullptr;
+  if (!c || !c->procedures.contains(where.object)) throwUnsupported("the system procedure " + name.last(), name.pos);
+}
+
 void Session::Impl::executeProcedure(const tsql::ast::Execute& s, Running& r) {
   refreshCatalogs();
   const ObjectPlace where = place(s.name);
@@ -66,6 +81,7 @@ void Session::Impl::executeProcedure(const tsql::ast::Execute& s, Running& r) {
   if (c)
     if (const auto it = c->procedures.find(where.object); it != c->procedures.end()) def = &it->second;
   if (!def) {
+    refuseSystemProcedure(s.name);
     std::string spelled;
     for (const auto& part : s.name.parts) spelled += (spelled.empty() ? "" : ".") + part;
     throw SqlError(2812, "Could not find stored procedure '" + spelled + "'.", s.name.pos);
@@ -87,6 +103,7 @@ void Session::Impl::executeProcedure(const tsql::ast::Execute& s, Running& r) {
   const auto& text = static_cast<const tsql::ast::CreateProcedure&>(*procedure->batch.tree.statements.at(0));
 
   Frame own;
+  std::vector<std::pair<std::string, std::string>> results;  // variable of the caller, output parameter
   std::vector<bool> given(text.parameters.size(), false);
   bool named = false;
   for (std::size_t i = 0; i < s.arguments.size(); ++i) {
@@ -115,12 +132,20 @@ void Session::Impl::executeProcedure(const tsql::ast::Execute& s, Running& r) {
                      s.pos);
     const auto& parameter = text.parameters[n];
     const auto type = parameterType(parameter);
+    if (!a.value) continue;  // the word default
+    if (a.output && !parameter.output)
+      throw SqlError(8162,
+                     "The formal parameter \"" + parameter.name +
+                         "\" was not declared as an OUTPUT parameter, but the actual parameter passed in requested "
+                         "output.",
+                     s.pos);
+    if (a.output) results.emplace_back(static_cast<const tsql::ast::Variable&>(*a.value).name, parameter.name);
     tsql::Datum v;
     if (a.value->kind == tsql::ast::ExprKind::column)  // a bare word is a text
       v = tsql::convert(static_cast<const tsql::ast::Column&>(*a.value).name.last(),
                         tsql::typeOf(tsql::TypeKind::nvarchar, 4000), type);
     else
-      v = scalar(*a.value, *r.tokens, type, &r);
+      v = argument(*a.value, type, s, r);
     own[parameter.name] = {type, std::move(v)};
     given[n] = true;
   }
@@ -136,24 +161,62 @@ void Session::Impl::executeProcedure(const tsql::ast::Execute& s, Running& r) {
     own[parameter.name] = {type, scalar(*parameter.defaultValue, procedure->tokens, type, nullptr)};
   }
 
-  Frame* const outer = frame;
-  const std::string outerDatabase = current;
+  Running inner{&procedure->tokens, &procedure->batch, r.sink, r.parameters, &own};
+  const int transactions = tranCount;
+  runProcedure(*procedure, where.database, inner);
+  if (inner.aborted) {
+    r.ended = r.aborted = true;
+    return;
+  }
+  for (const auto& [variable, parameter] : results) setFrom(*r.frame, variable, own.at(parameter));
+  if (!s.returnVariable.empty())
+    setFrom(*r.frame, s.returnVariable, {tsql::typeOf(tsql::TypeKind::integer), inner.returned});
+  if (tranCount != transactions)
+    raised(SqlError(266,
+                    "Transaction count after EXECUTE indicates a mismatching number of BEGIN and COMMIT statements. "
+                    "Previous count = " +
+                        std::to_string(transactions) + ", current count = " + std::to_string(tranCount) + ".",
+                    s.pos),
+           r);
+}
+
+// With its own variables, in its own database, counting its own identity numbers.
+void Session::Impl::runProcedure(ProcedureText& procedure, const std::string& database, Running& inner) {
   struct Restore {
     Session::Impl& i;
-    Frame* frame;
     std::string database;
+    std::optional<std::int64_t> identity;
     ~Restore() {
-      i.frame = frame;
       i.current = database;
+      i.scopeIdentity = identity;
       --i.nesting;
     }
   };
   ++nesting;
-  const Restore restore{*this, outer, outerDatabase};
-  frame = &own;
-  current = where.database;
-  Running inner{&procedure->tokens, &procedure->batch, r.sink, r.parameters, &own, false};
+  const Restore restore{*this, current, scopeIdentity};
+  const FrameInForce inForce(*this, inner.frame);
+  current = database;
+  scopeIdentity.reset();
+  const auto& text = static_cast<const tsql::ast::CreateProcedure&>(*procedure.batch.tree.statements.at(0));
+  try {
+    compile(text.body, inner, true);
+  } catch (const SqlError& e) {  // the procedure does nothing; its caller goes on
+    raised(e, inner);
+    return;
+  }
   runStatements(text.body, inner);
+}
+
+// A text that is no number for a parameter that wants one is 8114, not 245.
+tsql::Datum Session::Impl::argument(const tsql::ast::Expr& e, const tsql::SqlType& type, const tsql::ast::Statement& s,
+                                    Running& r) {
+  tsql::SqlType given;
+  const tsql::Datum v = evaluate(e, {}, s, r, &given);
+  try {
+    return tsql::convert(v, given, type);
+  } catch (const SqlError&) {
+    throw SqlError(8114, "Error converting data type " + given.baseName() + " to " + type.baseName() + ".", s.pos);
+  }
 }
 
 }  // namespace embedded

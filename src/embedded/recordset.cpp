@@ -96,7 +96,7 @@ public:
   }
 
 protected:
-  virtual const std::vector<Value>& current() const = 0;
+  virtual const Value* current() const = 0;  // the cells of the row
   virtual std::int64_t currentRowNumber() const = 0;
   virtual void replaceCurrent(std::size_t column, const Value& v) = 0;
 
@@ -246,10 +246,10 @@ public:
   }
 
 protected:
-  const std::vector<Value>& current() const override {
+  const Value* current() const override {
     needOpen();
     if (before_ || at_ >= rows_.size()) noRow();
-    return rows_[at_];
+    return rows_[at_].data();
   }
   std::int64_t currentRowNumber() const override { return source_.rowNumbers.at(at_); }
   void replaceCurrent(std::size_t column, const Value& v) override { rows_[at_][column] = v; }
@@ -277,17 +277,17 @@ public:
 
   bool Bof() const override {
     needOpen();
-    return before_ || (first_ && block_.empty());
+    return before_ || (first_ && block_.rows == 0);
   }
   bool Eof() const override {
     needOpen();
-    return !before_ && at_ >= block_.size();
+    return !before_ && at_ >= block_.rows;
   }
 
   void MoveFirst() override {
     leaveRow();
     if (first_) {
-      if (block_.empty()) noRow();
+      if (block_.rows == 0) noRow();
     } else {
       guarded([&] {
         stream_.reset();
@@ -307,8 +307,8 @@ public:
       at_ = 0;
       return;
     }
-    if (at_ >= block_.size()) noRow();
-    if (++at_ < block_.size()) return;
+    if (at_ >= block_.rows) noRow();
+    if (++at_ < block_.rows) return;
     guarded([&] {
       fetch();
       first_ = false;
@@ -327,18 +327,20 @@ public:
   void Close() override {
     open_ = false;
     stream_.reset();
-    block_.clear();
+    block_ = {};
     insert_.reset();
   }
 
 protected:
-  const std::vector<Value>& current() const override {
+  const Value* current() const override {
     needOpen();
-    if (before_ || at_ >= block_.size()) noRow();
-    return block_[at_];
+    if (before_ || at_ >= block_.rows) noRow();
+    return &block_.cells[at_ * shape_->columns().size()];
   }
-  std::int64_t currentRowNumber() const override { return numbers_.at(at_); }
-  void replaceCurrent(std::size_t column, const Value& v) override { block_[at_][column] = v; }
+  std::int64_t currentRowNumber() const override { return block_.rowNumbers.at(at_); }
+  void replaceCurrent(std::size_t column, const Value& v) override {
+    block_.cells[at_ * shape_->columns().size() + column] = v;
+  }
 
 private:
   void leaveRow() {
@@ -346,8 +348,7 @@ private:
     adding_ = editing_ = false;
   }
   void fetch() {
-    block_ = stream_->fetch();
-    numbers_ = stream_->rowNumbers();
+    stream_->fetch(block_);
     at_ = 0;
   }
   template <class F>
@@ -362,8 +363,7 @@ private:
   }
 
   std::unique_ptr<Stream> stream_;
-  std::vector<std::vector<Value>> block_;
-  std::vector<std::int64_t> numbers_;
+  Stream::Block block_;
   std::size_t at_ = 0;
   bool first_ = true, before_ = false;
 };

@@ -20,7 +20,7 @@ RowShape::RowShape(std::vector<ColumnInfo> columns, std::vector<int> baseColumns
     while (names_[at] >= 0) at = (at + 1) & (size - 1);
     names_[at] = static_cast<int>(i);
   }
-  spelled_.resize(size);
+  spelled_.resize(2 * size);  // more than one spelling of a name is in use
 }
 
 int RowShape::search(std::string_view name) const {

@@ -21,17 +21,23 @@ public:
   // Without regard to case; of equal names the first wins; -1 when missing.
   int find(std::string_view name) const {
     // Names are asked for again and again in one spelling: it is remembered and compared byte by byte first.
-    if (name.empty() || names_.empty()) return search(name);
-    auto& known = spelled_[(name.size() * 7 + static_cast<unsigned char>(name.front()) * 3 +
-                            static_cast<unsigned char>(name.back()) * 5) &
-                           (spelled_.size() - 1)];
-    if (known.name == name) return known.column;
+    std::size_t at = slotOf(name);
+    for (std::size_t i = 0; i < probes; ++i, at = (at + 1) & (spelled_.size() - 1)) {
+      if (spelled_[at].name == name) return spelled_[at].column;
+      if (spelled_[at].name.empty()) break;
+    }
     const int column = search(name);
-    if (column >= 0) known = {std::string(name), column};
+    if (column >= 0) spelled_[at] = {std::string(name), column};
     return column;
   }
 
 private:
+  static constexpr std::size_t probes = 4;
+  std::size_t slotOf(std::string_view name) const {
+    std::size_t h = name.size();
+    for (const char c : name) h = h * 31 + static_cast<unsigned char>(c);
+    return (h ^ (h >> 7)) & (spelled_.size() - 1);
+  }
   int search(std::string_view name) const;
   struct Spelled {
     std::string name;

@@ -87,6 +87,22 @@ bool onlyData(const std::vector<tsql::ast::StatementPtr>& statements) {
   });
 }
 
+// More than one statement, or one whose parts are statements or need variables.
+bool isCompound(const std::vector<tsql::ast::StatementPtr>& statements) {
+  if (statements.size() != 1) return !statements.empty();
+  switch (statements[0]->kind) {
+    case StatementKind::if_:
+    case StatementKind::while_:
+    case StatementKind::block:
+    case StatementKind::declare:
+    case StatementKind::createProcedure:
+    case StatementKind::return_:
+      return true;
+    default:
+      return false;
+  }
+}
+
 }  // namespace
 
 Session::Session(std::shared_ptr<Server> server, const std::string& database)
@@ -136,38 +152,6 @@ void Session::execute(const std::string& batch, ResultSink& sink, const std::vec
   impl_->execute(batch, sink, parameters);
 }
 
-std::string Session::plan(const std::string& statement) {
-  const TokenStream tokens = tsql::lex(statement);
-  const auto tree = tsql::parse(tokens);
-  std::string out;
-  for (const auto& s : tree.statements) {
-    tsql::BoundStatement bound;
-    switch (s->kind) {
-      case StatementKind::select:
-        bound = tsql::bindSelect(*static_cast<const tsql::ast::SelectStatement&>(*s).select, tokens, *impl_);
-        break;
-      case StatementKind::insert:
-        bound = tsql::bindInsert(static_cast<const tsql::ast::Insert&>(*s), tokens, *impl_, {});
-        break;
-      case StatementKind::update:
-        bound = tsql::bindUpdate(static_cast<const tsql::ast::Update&>(*s), tokens, *impl_);
-        break;
-      case StatementKind::delete_:
-        bound = tsql::bindDelete(static_cast<const tsql::ast::Delete&>(*s), tokens, *impl_);
-        break;
-      default:
-        throw SqlError(50000, "Only select, insert, update and delete have a plan.", s->pos);
-    }
-    const auto p = impl_->makePlan(std::move(bound), 0);
-    out += p->sql + "\n";
-    impl_->check([&] {
-      PreparedStatement explain(impl_->db.get(), "EXPLAIN QUERY PLAN " + p->sql);
-      while (explain.step()) out += "  " + explain.text(3) + "\n";
-    });
-  }
-  return out;
-}
-
 std::shared_ptr<ParsedBatch> Session::Impl::parsed(const TokenStream& tokens, bool& isKnown) {
   std::string key;
   if (cacheOn) {
@@ -185,6 +169,7 @@ std::shared_ptr<ParsedBatch> Session::Impl::parsed(const TokenStream& tokens, bo
   }
   auto p = std::make_shared<ParsedBatch>();
   p->tree = tsql::parse(tokens);
+  p->compound = isCompound(p->tree.statements);
   for (const int ordinal : p->tree.fixedLiterals)
     p->fixed.emplace_back(ordinal, tokens.literals[static_cast<std::size_t>(ordinal)]);
   constexpr std::size_t most = 2000;
@@ -220,33 +205,49 @@ void Session::Impl::keepTemplate(TokenStream tokens, std::shared_ptr<ParsedBatch
 void Session::Impl::execute(const std::string& text, ResultSink& sink, const std::vector<platform::Value>& parameters) {
   context.failure.reset();
   if (!begun) catalogsStale = true;
+  Frame variables;
+  const FrameInForce inForce(*this, &variables);
   try {
     if (const auto form = knownTemplate(text)) {
       const BatchTemplate::Use use(*form);
-      Running r{&form->tokens(), &form->batch(), &sink, &parameters, nullptr, false};
-      runStatements(form->batch().tree.statements, r);
+      Running r{&form->tokens(), &form->batch(), &sink, &parameters, &variables};
+      runBatch(r);
       return;
     }
     TokenStream tokens = tsql::lex(text);
     bool known = false;
     const auto batch = parsed(tokens, known);
-    Running r{&tokens, batch.get(), &sink, &parameters, nullptr, false};
-    runStatements(batch->tree.statements, r);
+    Running r{&tokens, batch.get(), &sink, &parameters, &variables};
+    runBatch(r);
     if (known) keepTemplate(std::move(tokens), batch);  // seen before, so it may well come again
   } catch (const SqlError& e) {
     lastError = e.number;
+    rowCount = 0;
     sink.failure(e);
   }
 }
 
+void Session::Impl::runBatch(Running& r) {
+  const auto& statements = r.batch->tree.statements;
+  if (r.batch->compound) {
+    try {
+      compile(statements, r, false);
+    } catch (const SqliteFailure& f) {
+      throw translate(f, nullptr);
+    }
+  }
+  runStatements(statements, r);
+}
+
 void Session::Impl::runStatements(const std::vector<tsql::ast::StatementPtr>& statements, Running& r) {
   for (const auto& s : statements) {
-    if (r.ended) return;
+    if (r.ended || r.jump != Running::Jump::none) return;
     runStatement(*s, r);
   }
 }
 
 void Session::Impl::runStatement(const tsql::ast::Statement& s, Running& r) {
+  context.statementTime.reset();
   try {
     try {
       runOne(s, r);
@@ -273,10 +274,11 @@ void Session::Impl::runStatement(const tsql::ast::Statement& s, Running& r) {
 
 void Session::Impl::afterFailure(const SqlError& e, Running& r) {
   lastError = e.number;
+  rowCount = 0;
   r.sink->failure(e);
-  if (endsTransaction(e.number)) {
+  if (endsTransaction(e.number) || xactAbort) {
     if (tranCount > 0) rollback();
-    r.ended = true;
+    r.ended = r.aborted = true;
   } else if (!endsStatementOnly(e.number)) {
     r.ended = true;
   }
@@ -295,10 +297,57 @@ void Session::Impl::runOne(const tsql::ast::Statement& s, Running& r) {
       return delete_(static_cast<const Delete&>(s), r);
     case StatementKind::truncate:
       return truncate(static_cast<const Truncate&>(s), r);
+    case StatementKind::execute:
+      return executeProcedure(static_cast<const Execute&>(s), r);
+    case StatementKind::if_: {
+      const auto& i = static_cast<const If&>(s);
+      const bool holds = condition(*i.condition, s.firstToken, r);
+      rowCount = 0;
+      lastError = 0;
+      if (holds)
+        runStatement(*i.then, r);
+      else if (i.otherwise)
+        runStatement(*i.otherwise, r);
+      return;
+    }
+    case StatementKind::while_:
+      return loop(static_cast<const While&>(s), r);
+    case StatementKind::break_:
+      r.jump = Running::Jump::break_;
+      return;
+    case StatementKind::continue_:
+      r.jump = Running::Jump::continue_;
+      return;
+    case StatementKind::block:
+      return runStatements(static_cast<const Block&>(s).statements, r);
+    case StatementKind::declare:
+      return declare(static_cast<const Declare&>(s), r);
+    case StatementKind::setVariable:
+      return setVariable(static_cast<const SetVariable&>(s), r);
+    case StatementKind::raiserror:
+      return raiserror(static_cast<const Raiserror&>(s), r);
+    case StatementKind::return_:
+      if (const auto& value = static_cast<const Return&>(s).value) {
+        const auto v = evaluate(*value, tsql::typeOf(tsql::TypeKind::integer), s, r);
+        r.returned = v.index() == 1 ? std::get<std::int64_t>(v) : 0;
+      }
+      r.ended = true;
+      return;
+    default:
+      control(s, r);
+      rowCount = 0;
+      lastError = 0;
+  }
+}
+
+// Statements that affect no rows and reset @@rowcount and @@error.
+void Session::Impl::control(const tsql::ast::Statement& s, Running& r) {
+  using namespace tsql::ast;
+  switch (s.kind) {
     case StatementKind::createTable:
-      return createTable(static_cast<const CreateTable&>(s), r);
+      return createTable(static_cast<const CreateTable&>(s));
     case StatementKind::alterTable:
-      return alterTable(static_cast<const AlterTable&>(s), r);
+      return alterTable(static_cast<const AlterTable&>(s));
     case StatementKind::dropTable:
       return dropTable(static_cast<const DropTable&>(s));
     case StatementKind::createIndex:
@@ -309,50 +358,16 @@ void Session::Impl::runOne(const tsql::ast::Statement& s, Running& r) {
       return createProcedure(static_cast<const CreateProcedure&>(s), r);
     case StatementKind::dropProcedure:
       return dropProcedure(static_cast<const DropProcedure&>(s));
-    case StatementKind::execute:
-      return executeProcedure(static_cast<const Execute&>(s), r);
-    case StatementKind::if_: {
-      const auto& i = static_cast<const If&>(s);
-      if (condition(*i.condition, s.firstToken, r))
-        runStatement(*i.then, r);
-      else if (i.otherwise)
-        runStatement(*i.otherwise, r);
-      return;
-    }
-    case StatementKind::block:
-      return runStatements(static_cast<const Block&>(s).statements, r);
     case StatementKind::beginTransaction:
-      return beginTransaction();
+      return beginTransaction(static_cast<const BeginTransaction&>(s).name);
     case StatementKind::commit:
       return commit();
     case StatementKind::rollback:
-      return rollback();
-    case StatementKind::setOption: {
-      const auto& o = static_cast<const SetOption&>(s);
-      if (o.option != "identity_insert") return;  // nocount and the ansi settings change nothing here
-      const auto* t = table(*o.table);
-      if (!t)
-        throw SqlError(1088,
-                       "Cannot find the object \"" + o.table->last() +
-                           "\" because it does not exist or you do not have permissions.",
-                       s.pos);
-      if (t->identityColumn() < 0)
-        throw SqlError(
-            8106, "Table '" + t->name + "' does not have the identity property. Cannot perform SET operation.", s.pos);
-      const std::string key = lowerName(t->database) + "." + lowerName(t->name);
-      if (o.value == "on") {
-        if (!identityInsert.empty() && identityInsert != key)
-          throw SqlError(8107,
-                         "IDENTITY_INSERT is already ON for table '" + identityInsert +
-                             "'. Cannot perform SET operation for table '" + t->name + "'.",
-                         s.pos);
-        identityInsert = key;
-      } else if (identityInsert == key) {
-        identityInsert.clear();
-      }
-      forgetPlans();
-      return;
-    }
+      return rollback(static_cast<const Rollback&>(s).name);
+    case StatementKind::saveTransaction:
+      return save(static_cast<const SaveTransaction&>(s).name);
+    case StatementKind::setOption:
+      return setOption(static_cast<const SetOption&>(s));
     case StatementKind::createDatabase:
       return createDatabase(static_cast<const CreateDatabase&>(s));
     case StatementKind::dropDatabase:
@@ -369,13 +384,11 @@ void Session::Impl::runOne(const tsql::ast::Statement& s, Running& r) {
       return;
     }
     case StatementKind::print: {
-      const auto v =
-          scalar(*static_cast<const Print&>(s).value, *r.tokens, tsql::typeOf(tsql::TypeKind::nvarchar, 4000), &r);
+      const auto v = evaluate(*static_cast<const Print&>(s).value, tsql::typeOf(tsql::TypeKind::nvarchar, 4000), s, r);
       r.sink->message(v.index() == 3 ? std::get<std::string>(v) : std::string());
       return;
     }
-    case StatementKind::return_:
-      r.ended = true;
+    default:
       return;
   }
 }

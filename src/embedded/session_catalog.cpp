@@ -56,6 +56,12 @@ void Session::Impl::open() {
   useTextCollationSafely(handle);
   sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, static_cast<int*>(nullptr));
   sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DDL, 0, static_cast<int*>(nullptr));
+  sqlite3_set_authorizer(
+      handle,
+      [](void* session, int, const char*, const char*, const char*, const char*) {
+        return static_cast<Impl*>(session)->changing ? SQLITE_DENY : SQLITE_OK;
+      },
+      this);
   context.now = server->impl().clock;
   registerFunctions(handle, context);
   registerSessionFunctions();
@@ -153,7 +159,8 @@ std::shared_ptr<const DatabaseCatalog> Session::Impl::sharedCatalog(const TableD
 void Session::Impl::refreshCatalogs() {
   if (!catalogsStale) return;
   catalogsStale = false;
-  for (auto& [name, a] : attached) {
+  for (auto& entry : attached) {
+    Attached& a = entry.second;
     if (!a.catalog) continue;
     check([&] {
       PreparedStatement v(db.get(), "PRAGMA " + quoteName(a.schemaName) + ".schema_version");
@@ -203,6 +210,7 @@ Session::Impl::ObjectPlace Session::Impl::place(const tsql::ast::Name& name) {
   std::string owner = n >= 2 ? name.parts[n - 2] : "";
   const std::string database = n == 3 ? name.parts[0] : "";
   if (isTemporaryName(p.object)) {
+    if (p.object.rfind("##", 0) == 0) throwUnsupported("a global temporary table", name.pos);
     p.temporary = true;
     p.database = tempdb;
     p.schemaName = temporarySchema;
@@ -218,6 +226,17 @@ Session::Impl::ObjectPlace Session::Impl::place(const tsql::ast::Name& name) {
     p.known = true;
   }
   return p;
+}
+
+// 2702, 2760: an object cannot be made there.
+void Session::Impl::noSuchPlace(const tsql::ast::Name& name) {
+  const std::size_t n = name.parts.size();
+  if (n == 3 && !name.parts[0].empty() && !attach(name.parts[0]))
+    throw tsql::SqlError(2702, "Database '" + name.parts[0] + "' does not exist.", name.pos);
+  throw tsql::SqlError(2760,
+                       "The specified schema name \"" + (n >= 2 ? name.parts[n - 2] : std::string("dbo")) +
+                           "\" either does not exist or you do not have permission to use it.",
+                       name.pos);
 }
 
 const TableDef* Session::Impl::table(const tsql::ast::Name& name) {
@@ -270,11 +289,27 @@ std::optional<tsql::SqlType> Session::Impl::variable(std::string_view name) {
   using tsql::TypeKind;
   const std::string l = lowerName(name);
   if (l == "@@identity") return tsql::decimalType(38, 0);
-  if (l == "@@rowcount" || l == "@@trancount" || l == "@@error") return tsql::typeOf(TypeKind::integer);
-  if (l == "@@version" || l == "@@servername") return tsql::typeOf(TypeKind::nvarchar, 300);
+  for (const char* number : {"@@rowcount", "@@trancount", "@@error", "@@spid", "@@nestlevel", "@@datefirst"})
+    if (l == number) return tsql::typeOf(TypeKind::integer);
+  for (const char* text : {"@@version", "@@servername", "@@language"})
+    if (l == text) return tsql::typeOf(TypeKind::nvarchar, 300);
   if (!frame) return std::nullopt;
   const auto it = frame->find(name);
   return it == frame->end() ? std::nullopt : std::optional(it->second.type);
+}
+
+const TableDef* Session::Impl::tableOfText(std::string_view text) {
+  tsql::ast::Name name;
+  name.parts = splitName(text);
+  return table(name);
+}
+
+const TableDef* Session::Impl::tableOfId(std::int64_t id) {
+  const DatabaseCatalog* catalog = catalogOf(current);
+  if (!catalog) return nullptr;
+  for (const auto& [name, t] : catalog->tables)
+    if (t->id == id) return t.get();
+  return nullptr;
 }
 
 std::optional<std::int64_t> Session::Impl::objectId(std::string_view text, std::string_view type) {

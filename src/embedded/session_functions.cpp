@@ -1,5 +1,8 @@
 // Functions that ask the session: object_id, identity numbers, names.
 
+#include <algorithm>
+#include <utility>
+
 #include "embedded/session_impl.h"
 
 namespace embedded {
@@ -22,6 +25,12 @@ void text(sqlite3_context* c, const std::string& s) {
 // No exception crosses SQLite: a failure is kept in the context and ends the statement.
 template <class F>
 void guarded(sqlite3_context* c, F&& f) {
+  struct Preparing {  // what a function looks up it may prepare
+    explicit Preparing(Session::Impl& s) : session(s), changing(std::exchange(s.changing, false)) {}
+    ~Preparing() { session.changing = changing; }
+    Session::Impl& session;
+    bool changing;
+  } const preparing(self(c));
   try {
     f();
   } catch (const tsql::SqlError& e) {
@@ -43,6 +52,10 @@ void objectIdOf(sqlite3_context* c, int n, sqlite3_value** v) {
     else
       sqlite3_result_null(c);
   });
+}
+
+bool hasPrimaryKey(const tsql::TableDef& t) {
+  return std::any_of(t.keys.begin(), t.keys.end(), [](const auto& k) { return k.primary; });
 }
 
 void objectProperty(sqlite3_context* c, int, sqlite3_value** v) {
@@ -67,6 +80,10 @@ void objectProperty(sqlite3_context* c, int, sqlite3_value** v) {
       sqlite3_result_int(c, table || system);
     else if (property == "issystemtable")
       sqlite3_result_int(c, system);
+    else if (property == "tablehasidentity" && table)
+      sqlite3_result_int(c, self(c).tableOfId(id)->identityColumn() >= 0);
+    else if (property == "tablehasprimarykey" && table)
+      sqlite3_result_int(c, hasPrimaryKey(*self(c).tableOfId(id)));
     else if (property == "isview" || property == "istrigger")
       sqlite3_result_int(c, 0);
   });
@@ -98,13 +115,92 @@ void identity(sqlite3_context* c, int, sqlite3_value** v) {
 void identCurrent(sqlite3_context* c, int, sqlite3_value** v) {
   guarded(c, [&] {
     auto& s = self(c);
-    tsql::ast::Name n;
-    n.parts = {argument(v[0])};
     sqlite3_result_null(c);
-    const auto* t = s.table(n);
+    const auto* t = s.tableOfText(argument(v[0]));
     if (!t || t->identityColumn() < 0) return;
     const auto last = s.currentIdentity(*t);
     sqlite3_result_int64(c, last.value_or(t->columns[static_cast<std::size_t>(t->identityColumn())].identity->seed));
+  });
+}
+
+template <std::int64_t tsql::ast::IdentityClause::*part>
+void identityClause(sqlite3_context* c, int, sqlite3_value** v) {
+  guarded(c, [&] {
+    sqlite3_result_null(c);
+    const auto* t = self(c).tableOfText(argument(v[0]));
+    if (!t || t->identityColumn() < 0) return;
+    sqlite3_result_int64(c, (*t->columns[static_cast<std::size_t>(t->identityColumn())].identity).*part);
+  });
+}
+
+void columnProperty(sqlite3_context* c, int, sqlite3_value** v) {
+  guarded(c, [&] {
+    sqlite3_result_null(c);
+    const auto* t = self(c).tableOfId(sqlite3_value_int64(v[0]));
+    const int n = t ? t->find(argument(v[1])) : -1;
+    if (n < 0) return;
+    const auto& column = t->columns[static_cast<std::size_t>(n)];
+    const TypeFacts facts = typeFacts(column.type);
+    const std::string property = lowerName(argument(v[2]));
+    if (property == "isidentity")
+      sqlite3_result_int(c, column.identity.has_value());
+    else if (property == "allowsnull")
+      sqlite3_result_int(c, column.nullable);
+    else if (property == "iscomputed")
+      sqlite3_result_int(c, !column.computedText.empty());
+    else if (property == "isrowguidcol")
+      sqlite3_result_int(c, column.rowGuid);
+    else if (property == "columnid")
+      sqlite3_result_int(c, n + 1);
+    else if (property == "precision" && facts.precision)
+      sqlite3_result_int(c, *facts.precision);
+    else if (property == "scale" && facts.scale)
+      sqlite3_result_int(c, *facts.scale);
+  });
+}
+
+void columnLength(sqlite3_context* c, int, sqlite3_value** v) {
+  guarded(c, [&] {
+    sqlite3_result_null(c);
+    const auto* t = self(c).tableOfText(argument(v[0]));
+    const int n = t ? t->find(argument(v[1])) : -1;
+    if (n >= 0) sqlite3_result_int(c, typeFacts(t->columns[static_cast<std::size_t>(n)].type).length);
+  });
+}
+
+void columnName(sqlite3_context* c, int, sqlite3_value** v) {
+  guarded(c, [&] {
+    sqlite3_result_null(c);
+    const auto* t = self(c).tableOfId(sqlite3_value_int64(v[0]));
+    const std::int64_t n = sqlite3_value_int64(v[1]);
+    if (t && n >= 1 && n <= static_cast<std::int64_t>(t->columns.size()))
+      text(c, t->columns[static_cast<std::size_t>(n - 1)].name);
+  });
+}
+
+// A variable as it stands now, for a selection that assigns variables row by row.
+void variableNow(sqlite3_context* c, int, sqlite3_value** v) {
+  guarded(c, [&] {
+    const auto& value = self(c).frame->at(argument(v[0])).value;
+    if (const auto* n = std::get_if<std::int64_t>(&value))
+      sqlite3_result_int64(c, *n);
+    else if (const auto* d = std::get_if<double>(&value))
+      sqlite3_result_double(c, *d);
+    else if (const auto* s = std::get_if<std::string>(&value))
+      text(c, *s);
+    else if (const auto* b = std::get_if<tsql::Blob>(&value))
+      sqlite3_result_blob64(c, b->data(), b->size(), SQLITE_TRANSIENT);
+    else
+      sqlite3_result_null(c);
+  });
+}
+
+void databaseName(sqlite3_context* c, int, sqlite3_value** v) {
+  guarded(c, [&] {
+    sqlite3_result_null(c);
+    const auto names = self(c).server->databases();
+    const std::int64_t n = sqlite3_value_int64(v[0]);
+    if (n >= 1 && n <= static_cast<std::int64_t>(names.size())) text(c, names[static_cast<std::size_t>(n - 1)]);
   });
 }
 
@@ -144,6 +240,13 @@ void Session::Impl::registerSessionFunctions() {
   add("ts_session", 1, session);
   add("ts_identity", 1, identity);
   add("ts_ident_current", 1, identCurrent);
+  add("ts_ident_seed", 1, identityClause<&tsql::ast::IdentityClause::seed>);
+  add("ts_ident_incr", 1, identityClause<&tsql::ast::IdentityClause::increment>);
+  add("ts_columnproperty", 3, columnProperty);
+  add("ts_col_length", 2, columnLength);
+  add("ts_col_name", 2, columnName);
+  add("ts_variable", 1, variableNow);
+  add("ts_db_name", 1, databaseName);
   add("ts_db_id", 0, databaseId);
   add("ts_db_id", 1, databaseId);
   add("ts_object_name", 1, objectName);

@@ -15,6 +15,7 @@
 #include <set>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "embedded/batch_template.h"
@@ -67,6 +68,7 @@ struct Plan {
   std::string selectionSql;               // an update of key columns the slow way
   bool temporary = false;                 // reads or writes # tables
   std::vector<std::string> writes;        // SQLite schemas
+  std::vector<std::pair<std::string, tsql::SqlType>> variables;  // as they were typed when it was bound
 };
 
 // A plan met a definition that another session has changed: bind anew and try again.
@@ -82,6 +84,10 @@ struct ParsedBatch {
   std::vector<std::pair<int, tsql::LiteralValue>> fixed;  // literals that are part of the tree
   std::unordered_map<const tsql::ast::Statement*, std::shared_ptr<PlanSet>> plans;
   std::unordered_map<const tsql::ast::Expr*, std::shared_ptr<PlanSet>> conditions;
+  // Several statements, or one that holds others: compiled as a whole before it runs.
+  bool compound = false;
+  std::uint64_t compiledAt = 0;                                     // Impl::catalogEpoch when that was done last
+  std::vector<std::pair<std::string, tsql::SqlType>> declarations;  // found by compiling
 };
 
 struct Variable {
@@ -97,7 +103,11 @@ struct Running {
   ResultSink* sink = nullptr;
   const std::vector<platform::Value>* parameters = nullptr;
   Frame* frame = nullptr;
-  bool ended = false;  // return, or a failure that ends the batch
+  bool ended = false;    // return, or a failure that ends this batch or procedure
+  bool aborted = false;  // a failure that ends the batches around it as well
+  enum class Jump { none, break_, continue_ };
+  Jump jump = Jump::none;  // on the way out to the loop
+  std::int64_t returned = 0;
 };
 
 struct ProcedureText {
@@ -113,6 +123,8 @@ struct IdentityRef {
   std::int64_t id = 0;
   std::string schemaName;
   std::int64_t seed = 1, increment = 1;
+  std::string typeName;  // of the column, and what it can hold
+  std::int64_t lowest = INT64_MIN, highest = INT64_MAX;
   bool read = false;     // the stored number was read in this transaction
   bool pending = false;  // a number was given that is not stored yet
 };
@@ -171,6 +183,9 @@ struct Session::Impl : tsql::Catalog {
     bool temporary = false, known = false;  // known: the database is there and the owner is dbo
   };
   ObjectPlace place(const tsql::ast::Name& name);
+  [[noreturn]] void noSuchPlace(const tsql::ast::Name& name);
+  const tsql::TableDef* tableOfText(std::string_view name);  // "db..t" as object_id takes it; null when unknown
+  const tsql::TableDef* tableOfId(std::int64_t id);          // of the current database
   std::optional<std::int64_t> objectId(std::string_view name, std::string_view type);
   void registerSessionFunctions();
 
@@ -180,7 +195,11 @@ struct Session::Impl : tsql::Catalog {
   void forgetPlans();
   void runStatements(const std::vector<tsql::ast::StatementPtr>& statements, Running& r);
   void runStatement(const tsql::ast::Statement& s, Running& r);
+  void runBatch(Running& r);
   void runOne(const tsql::ast::Statement& s, Running& r);
+  void control(const tsql::ast::Statement& s, Running& r);
+  void compile(const std::vector<tsql::ast::StatementPtr>& statements, Running& r, bool procedure);  // compile.cpp
+  static tsql::SqlType declaredType(const tsql::ast::TypeName& name, tsql::SourcePos pos);
   void afterFailure(const tsql::SqlError& e, Running& r);
   Frame* frame = nullptr;  // variables in force
   SelectCapture* capture = nullptr;
@@ -232,9 +251,12 @@ struct Session::Impl : tsql::Catalog {
   void update(const tsql::ast::Update& s, Running& r);
   void delete_(const tsql::ast::Delete& s, Running& r);
   bool condition(const tsql::ast::Expr& e, std::size_t firstToken, Running& r);
-  tsql::Datum scalar(const tsql::ast::Expr& e, const tsql::TokenStream& tokens, tsql::SqlType type, Running* r,
-                     tsql::SqlType* resultType = nullptr);
+  tsql::Datum scalar(const tsql::ast::Expr& e, const tsql::TokenStream& tokens, tsql::SqlType type, Running* r);
   std::int64_t change(Plan& p, const Running& r, int literalBase);  // rows changed
+  // A statement that changes rows is running: SQLite may not silently prepare it anew for tables that another session
+  // has changed, for it was bound to the old ones.
+  bool changing = false;
+  const char* changingBy = "INSERT";  // the word for messages
   std::int64_t updateKeys(Plan& p, std::vector<tsql::Datum>& values);
   void affected(std::int64_t n, Running& r);
   // The plan of one statement alone, for a caller that runs it again and again with other parameters.
@@ -242,9 +264,23 @@ struct Session::Impl : tsql::Catalog {
   bool stillHolds(const Plan& p) const;
   void runRowPlan(Plan& p, const std::vector<platform::Value>& parameters);
 
-  // ---- definitions (ddl.cpp)
-  void createTable(const tsql::ast::CreateTable& s, Running& r);
-  void alterTable(const tsql::ast::AlterTable& s, Running& r);
+  // ---- conditions, loops, variables, messages, options (control_flow.cpp)
+  // type: of the variable that takes the value; kind null: as it comes.
+  tsql::Datum evaluate(const tsql::ast::Expr& e, tsql::SqlType type, const tsql::ast::Statement& s, Running& r,
+                       tsql::SqlType* resultType = nullptr);
+  void declare(const tsql::ast::Declare& s, Running& r);
+  void setVariable(const tsql::ast::SetVariable& s, Running& r);
+  void assign(const tsql::ast::SelectStatement& s, Running& r);
+  void loop(const tsql::ast::While& s, Running& r);
+  void raiserror(const tsql::ast::Raiserror& s, Running& r);
+  void raised(const tsql::SqlError& e, Running& r);
+  void setOption(const tsql::ast::SetOption& s);
+  void setIdentityInsert(const tsql::ast::SetOption& s);
+  bool xactAbort = false;
+
+  // ---- definitions (ddl.cpp, ddl_database.cpp)
+  void createTable(const tsql::ast::CreateTable& s);
+  void alterTable(const tsql::ast::AlterTable& s);
   void dropTable(const tsql::ast::DropTable& s);
   void truncate(const tsql::ast::Truncate& s, Running& r);
   void createIndex(const tsql::ast::CreateIndex& s);
@@ -252,7 +288,7 @@ struct Session::Impl : tsql::Catalog {
   void createDatabase(const tsql::ast::CreateDatabase& s);
   void dropDatabase(const tsql::ast::DropDatabase& s);
   void makeTable(tsql::TableDef table, const ObjectPlace& p);
-  tsql::ColumnDef columnOf(const tsql::ast::ColumnDefinition& d, const tsql::TokenStream& tokens);
+  tsql::ColumnDef columnOf(const tsql::ast::ColumnDefinition& d, const std::string& tableName, std::size_t position);
   std::string columnSql(const tsql::ColumnDef& c, const tsql::TableDef& t);
   void makeKey(const tsql::TableDef& t, tsql::KeyDef& key);
   void addConstraint(tsql::TableDef& t, const tsql::ast::TableConstraint& c, std::vector<tsql::KeyDef>& keys,
@@ -262,20 +298,29 @@ struct Session::Impl : tsql::Catalog {
   void createProcedure(const tsql::ast::CreateProcedure& s, Running& r);
   void dropProcedure(const tsql::ast::DropProcedure& s);
   void executeProcedure(const tsql::ast::Execute& s, Running& r);
+  void refuseSystemProcedure(const tsql::ast::Name& name);
+  void runProcedure(ProcedureText& procedure, const std::string& database, Running& inner);
+  tsql::Datum argument(const tsql::ast::Expr& e, const tsql::SqlType& type, const tsql::ast::Statement& s, Running& r);
   std::map<std::string, std::shared_ptr<ProcedureText>> procedures;  // by "db.id"
 
   // ---- transactions and identity (transactions.cpp)
   int tranCount = 0;
   bool begun = false;                    // SQLite's transaction has begun
   std::set<std::string> changedSchemas;  // definitions changed inside the transaction
-  void beginTransaction();
+  void beginTransaction(const std::string& name = "");
   void commit();
   void rollback();
+  void rollback(const std::string& name);  // to a savepoint, or the whole transaction of that name
+  void save(const std::string& name);
+  std::string transactionName;  // of the outermost one
+  std::vector<std::string> savepoints;
+  void definitionsUndone();
   void beforeWrite();
   // Runs `work` so that it happens whole or not at all, inside the open transaction or in one of its own.
   void atomically(const std::function<void()>& work);
   std::int64_t nextIdentity(std::int64_t ref);
   void identityGiven(const tsql::TableDef& t, std::int64_t number);
+  void numbersGiven(const tsql::TableDef& t);  // the table was filled: counting goes on behind its last number
   void flushIdentities();
   void forgetIdentities();
   void readIdentity(IdentityRef& ref);
@@ -302,8 +347,23 @@ struct Session::Impl : tsql::Catalog {
   }
 };
 
+// Variables of a batch or procedure, in force while it runs.
+class FrameInForce {
+public:
+  FrameInForce(Session::Impl& session, Frame* frame) : session_(session), outer_(std::exchange(session.frame, frame)) {}
+  ~FrameInForce() { session_.frame = outer_; }
+  FrameInForce(const FrameInForce&) = delete;
+  FrameInForce& operator=(const FrameInForce&) = delete;
+
+private:
+  Session::Impl& session_;
+  Frame* outer_;
+};
+
 // A cell of a result set as the platform's value.
 platform::Value toValue(tsql::Datum d, const tsql::SqlType& t);
+// The same of the row on which a selection stands; column from 0.
+platform::Value cellValue(const PreparedStatement& rows, int column, const tsql::SqlType& t);
 tsql::Datum fromValue(const platform::Value& v, tsql::SqlType& type);
 
 }  // namespace embedded

@@ -24,7 +24,7 @@ bool Session::Impl::stillHolds(const Plan& p) const {
 void Session::Impl::runRowPlan(Plan& p, const std::vector<platform::Value>& parameters) {
   static const tsql::TokenStream none;
   context.failure.reset();
-  Running r{&none, nullptr, nullptr, &parameters, nullptr, false};
+  Running r{&none, nullptr, nullptr, &parameters, nullptr};
   change(p, r, 0);
 }
 
@@ -36,6 +36,7 @@ void Session::Impl::affected(std::int64_t n, Running& r) {
 
 void Session::Impl::select(const tsql::ast::SelectStatement& s, Running& r) {
   if (s.select->into) return selectInto(s, r);
+  if (!s.select->items[0].variable.empty()) return assign(s, r);
   for (int attempt = 0;; ++attempt) {
     const auto set = planSet(s, r);
     const auto p = plan(*set, r, s, [&] { return tsql::bindSelect(*s.select, *r.tokens, *this); });
@@ -54,7 +55,7 @@ void Session::Impl::select(const tsql::ast::SelectStatement& s, Running& r) {
       const auto& columns = p->shape->columns();
       const auto readRow = [&](std::vector<platform::Value>& row) {
         for (std::size_t i = 0; i < row.size(); ++i)
-          row[i] = toValue(p->prepared.column(static_cast<int>(i)), columns[i].type);
+          row[i] = cellValue(p->prepared, static_cast<int>(i), columns[i].type);
       };
       std::int64_t n = 0;
       if (capture && !capture->shape) {
@@ -101,15 +102,11 @@ bool Session::Impl::condition(const tsql::ast::Expr& e, std::size_t firstToken, 
   return result;
 }
 
-Datum Session::Impl::scalar(const tsql::ast::Expr& e, const tsql::TokenStream& tokens, tsql::SqlType type, Running* r,
-                            tsql::SqlType* resultType) {
+Datum Session::Impl::scalar(const tsql::ast::Expr& e, const tsql::TokenStream& tokens, tsql::SqlType type, Running* r) {
   Running own;
   if (r) own = *r;
   own.tokens = &tokens;
-  auto bound = tsql::bindScalar(e, tokens, *this, type);
-  const auto& item = *bound.select->items[0].expr;
-  if (resultType) *resultType = item.type;
-  const auto p = makePlan(std::move(bound), 0);
+  const auto p = makePlan(tsql::bindScalar(e, tokens, *this, type), 0);
   std::vector<Datum> values;
   bindSlots(*p, own, 0, values);
   Datum result;
@@ -130,9 +127,21 @@ std::int64_t Session::Impl::change(Plan& p, const Running& r, int base) {
       p.prepared.bind(p.identitySlot + 1, values[static_cast<std::size_t>(p.identitySlot)]);
     }
     const ResetGuard guard(p.prepared);
-    p.prepared.step();
+    try {
+      changing = r.batch != nullptr;  // a plan for one row names its columns and its owner watches the tables
+      p.prepared.step();
+      changing = false;
+    } catch (const SqliteFailure& f) {
+      changing = false;
+      if (f.primary() != SQLITE_AUTH) throw;
+      catalogsStale = true;
+      refreshCatalogs();
+      if (!holds(p, *r.tokens, base)) throw StalePlan{};
+      p.prepared.step();  // only storage has changed: prepared anew, it means the same
+    }
     count = sqlite3_changes64(db.get());
   };
+  changingBy = p.kind == Plan::Kind::update ? "UPDATE" : p.kind == Plan::Kind::delete_ ? "DELETE" : "INSERT";
   const bool alone = p.numbered && tranCount == 0;  // the rows and their last number are stored together
   if (!alone) beforeWrite();
   check(
@@ -163,13 +172,12 @@ void Session::Impl::insert(const tsql::ast::Insert& s, Running& r) {
   const std::int64_t n = change(*p, r, literalBase(*r.tokens, s));
   if (given && p->table->identityColumn() >= 0 && !p->numbered) {
     check([&] {
-      PreparedStatement top(db.get(), "SELECT max(rowid) FROM " + p->table->storage);
-      if (top.step()) identityGiven(*p->table, top.integer(0));
-      top = {};
+      numbersGiven(*p->table);
       if (tranCount == 0) atomically([] {});
     });
     set->plans.clear();
   }
+  if (p->table->identityColumn() < 0) lastIdentity.reset();  // @@identity is that of the last insert
   affected(n, r);
 }
 
@@ -226,8 +234,7 @@ void Session::Impl::selectInto(const tsql::ast::SelectStatement& s, Running& r) 
   const auto keep = currentCatalogs();
   const auto& name = *s.select->into;
   const ObjectPlace where = place(name);
-  if (!where.known)
-    throw SqlError(2760, "The specified schema name or database of '" + where.object + "' does not exist.", name.pos);
+  if (!where.known) noSuchPlace(name);
   if (where.temporary) needTemporary();
   if (table(name))
     throw SqlError(2714, "There is already an object named '" + where.object + "' in the database.", name.pos);
@@ -256,6 +263,7 @@ void Session::Impl::selectInto(const tsql::ast::SelectStatement& s, Running& r) 
     t.columns.push_back(std::move(c));
   }
   std::int64_t n = 0;
+  changingBy = "INSERT";
   check([&] {
     atomically([&] {
       makeTable(t, where);
@@ -274,10 +282,8 @@ void Session::Impl::selectInto(const tsql::ast::SelectStatement& s, Running& r) 
       }
       insert.step();
       n = sqlite3_changes64(db.get());
-      if (made->identityColumn() >= 0) {
-        PreparedStatement top(db.get(), "SELECT max(rowid) FROM " + made->storage);
-        if (top.step()) identityGiven(*made, top.integer(0));
-      }
+      if (made->identityColumn() < 0) lastIdentity.reset();
+      if (made->identityColumn() >= 0) numbersGiven(*made);
     });
   });
   affected(n, r);

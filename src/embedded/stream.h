@@ -22,17 +22,23 @@ public:
   Stream& operator=(const Stream&) = delete;
 
   const std::shared_ptr<const RowShape>& shape() const { return shape_; }
-  // The next rows, at most a block; empty at the end.
-  std::vector<std::vector<platform::Value>> fetch();
+  // Rows that were fetched together; its memory serves the next block.
+  struct Block {
+    std::vector<platform::Value> cells;  // row by row
+    std::vector<std::int64_t> rowNumbers;
+    std::size_t rows = 0;
+  };
+  // The next rows, at most a block; none at the end.
+  void fetch(Block& block);
   // Takes the remaining rows into memory, so that the connection is free.
   void drain();
   const SelectCapture& source() const { return source_; }
-  const std::vector<std::int64_t>& rowNumbers() const { return rowNumbers_; }  // of the block fetched last
 
 private:
-  void openReader(const Plan& plan);
+  void open(const std::string& statement);
+  bool openReader(const Plan& plan);
   void spool(const std::string& sql, const std::vector<tsql::Datum>& values);
-  bool read(std::vector<platform::Value>& row, std::int64_t& rowNumber);
+  bool read(platform::Value* row, std::int64_t& rowNumber);
 
   Session::Impl& session_;
   FunctionContext context_;
@@ -43,9 +49,7 @@ private:
   std::shared_ptr<const RowShape> shape_;
   SelectCapture source_;
   bool hiddenRow_ = false, ended_ = false;
-  std::vector<std::int64_t> rowNumbers_;
-  std::vector<std::vector<platform::Value>> drained_;
-  std::vector<std::int64_t> drainedNumbers_;
+  Block drained_;
   std::size_t nextDrained_ = 0;
 };
 

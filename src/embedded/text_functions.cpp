@@ -108,9 +108,18 @@ void reverse(Call& c) {
 void quoteName(Call& c) {
   const std::string_view text = c.text(0);
   if (countCodePoints(text) > 128) return c.resultNull();
-  std::string result = "[";
-  for (const char ch : text) result.append(ch == ']' ? 2 : 1, ch);
-  c.result(result + "]");
+  // The mark that opens, and the one that closes and is doubled inside.
+  static constexpr std::string_view pairs = "[]''\"\"()<>{}``";
+  std::size_t pair = 0;
+  if (c.count() > 1) {
+    const std::string_view mark = c.text(1);
+    pair = mark.size() == 1 ? pairs.find(mark[0]) : std::string_view::npos;
+    if (pair == std::string_view::npos) return c.resultNull();
+    pair -= pair % 2;
+  }
+  std::string result(1, pairs[pair]);
+  for (const char ch : text) result.append(ch == pairs[pair + 1] ? 2 : 1, ch);
+  c.result(result + pairs[pair + 1]);
 }
 
 }  // namespace
@@ -126,7 +135,8 @@ void registerTextFunctions(sqlite3* db, FunctionContext& context) {
                                               {"ts_space", 1, runNullToNull<space>},
                                               {"ts_stuff", 4, runAlways<stuff>},
                                               {"ts_reverse", 1, runNullToNull<reverse>},
-                                              {"ts_quotename", 1, runNullToNull<quoteName>}};
+                                              {"ts_quotename", 1, runNullToNull<quoteName>},
+                                              {"ts_quotename", 2, runNullToNull<quoteName>}};
   registerAll(db, context, entries);
 }
 

@@ -1,5 +1,7 @@
 // Transactions.
 
+#include <algorithm>
+
 #include "embedded/session_impl.h"
 #include "embedded/stream.h"
 
@@ -8,8 +10,8 @@ namespace embedded {
 using tsql::quoteName;
 using tsql::TableDef;
 
-void Session::Impl::beginTransaction() {
-  ++tranCount;
+void Session::Impl::beginTransaction(const std::string& name) {
+  if (++tranCount == 1) transactionName = name;
 }
 
 void Session::Impl::commit() {
@@ -27,6 +29,7 @@ void Session::Impl::commit() {
     throw;
   }
   begun = false;
+  savepoints.clear();
   changedSchemas.clear();
   forgetIdentities();
 }
@@ -35,6 +38,7 @@ void Session::Impl::rollback() {
   if (tranCount == 0)
     throw tsql::SqlError(3903, "The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION.");
   tranCount = 0;
+  savepoints.clear();
   if (!begun) return;
   drainStreams();
   begun = false;
@@ -42,9 +46,37 @@ void Session::Impl::rollback() {
   check([&] {
     if (!sqlite3_get_autocommit(db.get())) run(db.get(), "ROLLBACK");
   });
-  // Definitions made inside went with it.
-  const auto changed = std::move(changedSchemas);
+  definitionsUndone();
   changedSchemas.clear();
+}
+
+void Session::Impl::save(const std::string& name) {
+  if (tranCount == 0) throw tsql::SqlError(628, "Cannot issue SAVE TRANSACTION when there is no active transaction.");
+  beforeWrite();
+  check([&] { run(db.get(), "SAVEPOINT " + quoteName("s:" + lowerName(name))); });
+  savepoints.push_back(name);
+}
+
+void Session::Impl::rollback(const std::string& name) {
+  if (name.empty()) return rollback();
+  if (tranCount == 0) return rollback();  // says 3903
+  const auto same = [&](const std::string& x) { return tsql::sameName(x, name); };
+  if (std::none_of(savepoints.begin(), savepoints.end(), same)) {
+    if (tsql::sameName(name, transactionName)) return rollback();
+    throw tsql::SqlError(6401, "Cannot roll back " + name + ". No transaction or savepoint of that name was found.");
+  }
+  while (!same(savepoints.back())) savepoints.pop_back();  // the later ones go with it; it stays itself
+  drainStreams();
+  forgetIdentities();
+  check([&] { run(db.get(), "ROLLBACK TO " + quoteName("s:" + lowerName(name))); });
+  const auto changed = changedSchemas;
+  definitionsUndone();
+  changedSchemas = changed;
+}
+
+// Definitions made inside went with the rollback.
+void Session::Impl::definitionsUndone() {
+  const auto changed = changedSchemas;
   for (const auto& schema : changed) {
     if (schema == "temp") {
       temporary.reset();

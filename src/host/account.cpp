@@ -33,9 +33,9 @@ std::string number(int n) {
   return std::to_string(n);
 }
 
-void dropDatabase(const std::shared_ptr<Server>& server, const std::string& database) noexcept {
+void dropDatabase(const ServerPtr& server, const std::string& database) noexcept {
   try {
-    DatabaseDesk(server, "").run("drop database " + bracketed(database));
+    server->dropDatabase(database);
   } catch (const std::exception&) {
     // The failure that led here is the one to tell.
   }
@@ -65,13 +65,13 @@ Span lastSpan(DatabaseDesk& system, const std::string& account, const std::strin
   return spanOf(system, account, afterAll, place);
 }
 
-void requireSystem(const std::shared_ptr<Server>& server) {
+void requireSystem(const ServerPtr& server) {
   if (!server->hasDatabase(systemDatabase))
-    throw UsageError("server folder " + server->folder() + " has no database TqSystem; gljz account create makes it");
+    throw UsageError(server->title() + " has no database TqSystem; gljz account create makes it");
 }
-void requireDatabase(const std::shared_ptr<Server>& server, const std::string& database) {
+void requireDatabase(const ServerPtr& server, const std::string& database) {
   if (!server->hasDatabase(database))
-    throw UsageError("server folder " + server->folder() + " has no database " + database +
+    throw UsageError(server->title() + " has no database " + database +
                      ", which TqSystem.dbo.UA_AccountDatabase names");
 }
 
@@ -187,9 +187,9 @@ std::shared_ptr<Server> openServer(const ServerAddress& address, bool create) {
   }
 }
 
-bool ensureSystemDatabase(const std::shared_ptr<Server>& server) {
+bool ensureSystemDatabase(const ServerPtr& server) {
   if (server->hasDatabase(systemDatabase)) return false;
-  DatabaseDesk(server, "").run(std::string("create database ") + systemDatabase);
+  server->createDatabase(systemDatabase);
   try {
     DatabaseDesk(server, systemDatabase).runScript(definition("schema/system.sql"));
   } catch (...) {
@@ -199,10 +199,9 @@ bool ensureSystemDatabase(const std::shared_ptr<Server>& server) {
   return true;
 }
 
-void createAccountDatabase(const std::shared_ptr<Server>& server, const std::string& database) {
-  if (server->hasDatabase(database))
-    throw UsageError("server folder " + server->folder() + " has a database " + database + " already");
-  DatabaseDesk(server, "").run("create database " + bracketed(database));
+void createAccountDatabase(const ServerPtr& server, const std::string& database) {
+  if (server->hasDatabase(database)) throw UsageError(server->title() + " has a database " + database + " already");
+  server->createDatabase(database);
   try {
     DatabaseDesk(server, database).runScript(definition("schema/account_set.sql"));
   } catch (...) {
@@ -211,7 +210,7 @@ void createAccountDatabase(const std::shared_ptr<Server>& server, const std::str
   }
 }
 
-std::string createAccount(const std::shared_ptr<Server>& server, const NewAccount& wanted) {
+std::string createAccount(const ServerPtr& server, const NewAccount& wanted) {
   checkAccount(wanted.account);
   const int through = std::max(wanted.through, wanted.year);
   const bool madeSystem = ensureSystemDatabase(server);
@@ -220,7 +219,7 @@ std::string createAccount(const std::shared_ptr<Server>& server, const NewAccoun
   try {
     if (DatabaseDesk(server, systemDatabase)
             .any("select cAcc_Id from UA_AccountDatabase where cAcc_Id=" + quoted(wanted.account)))
-      throw UsageError("account " + wanted.account + " is registered already at " + server->folder() +
+      throw UsageError("account " + wanted.account + " is registered already at " + server->name() +
                        "; gljz account open-year adds a year");
     createAccountDatabase(server, database);
     madeDatabase = true;
@@ -245,10 +244,10 @@ std::string createAccount(const std::shared_ptr<Server>& server, const NewAccoun
   return database;
 }
 
-OpenedYear openYear(const std::shared_ptr<Server>& server, const std::string& account, std::optional<int> wanted) {
+OpenedYear openYear(const ServerPtr& server, const std::string& account, std::optional<int> wanted) {
   requireSystem(server);
   DatabaseDesk system(server, systemDatabase);
-  const Span last = lastSpan(system, account, server->folder());
+  const Span last = lastSpan(system, account, server->name());
   requireDatabase(server, last.database);
   DatabaseDesk lastDesk(server, last.database);
 
@@ -291,7 +290,7 @@ OpenedYear openYear(const std::shared_ptr<Server>& server, const std::string& ac
   return {database, year};
 }
 
-void removeAccount(const std::shared_ptr<Server>& server, const std::string& account) noexcept {
+void removeAccount(const ServerPtr& server, const std::string& account) noexcept {
   try {
     DatabaseDesk system(server, systemDatabase);
     const std::string ofAccount = " where cAcc_Id=" + quoted(account);
@@ -306,13 +305,13 @@ void removeAccount(const std::shared_ptr<Server>& server, const std::string& acc
   }
 }
 
-std::string closeYear(const std::shared_ptr<Server>& server, const std::string& account, int year) {
+std::string closeYear(const ServerPtr& server, const std::string& account, int year) {
   requireSystem(server);
   DatabaseDesk system(server, systemDatabase);
-  const Span span = spanOf(system, account, year, server->folder());
+  const Span span = spanOf(system, account, year, server->name());
   requireDatabase(server, span.database);
   if (year > span.endYear)
-    throw UsageError("account " + account + " has no year " + number(year) + " at " + server->folder());
+    throw UsageError("account " + account + " has no year " + number(year) + " at " + server->name());
   DatabaseDesk desk(server, span.database);
   desk.transaction([&] {
     desk.run("delete from gl_mend where iyear=" + number(year));

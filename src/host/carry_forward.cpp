@@ -1,20 +1,22 @@
 #include "host/carry_forward.h"
 
+#include <algorithm>
 #include <chrono>
 #include <ctime>
 #include <filesystem>
 #include <memory>
 
 #include "core/cls_gljz.h"
+#include "core/mdu_jz.h"
 #include "core/run_state.h"
 #include "dialogs/frm_jzbg.h"
 #include "dialogs/frm_jzsn.h"
 #include "dialogs/frm_nbalance.h"
 #include "dialogs/frm_sy_km_sel.h"
 #include "dialogs/frm_tran_cond.h"
-#include "embedded/server.h"
 #include "host/account_directory.h"
 #include "host/components.h"
+#include "host/database_server.h"
 #include "host/journal_connection.h"
 #include "host/login.h"
 #include "host/messages.h"
@@ -59,12 +61,14 @@ public:
         components_(makeComponents(journal_)),
         debug_(journal_),
         answers_(options.choices),
+        printing_(options.language, options.print, options.dialogs),
         forms_(formAnswers()) {
     if (!options.traceFile.empty()) journal_->traceTo(options.traceFile);
     surroundings_.newConnection = [this] { return observedConnection(); };
     surroundings_.newServices = [this] { return newServices(); };
     surroundings_.xml = xml_.get();
     surroundings_.forms = &forms_;
+    surroundings_.print = printing_.control();
     surroundings_.components = components_.get();
     surroundings_.debug = &debug_;
     surroundings_.today = [this] { return today_; };
@@ -84,6 +88,12 @@ public:
     prepare();
     RunResult result;
     result.language = options_.language;
+    result.account = account_;
+    result.company = companyName();
+    result.closingYear = options_.closingYear;
+    result.newYear = options_.newYear;
+    result.operatorName = options_.operatorName;
+    result.day = today_.dateText();
     const auto start = std::chrono::steady_clock::now();
     try {
       if (options_.entry == Entry::transfer)
@@ -102,10 +112,31 @@ public:
     return result;
   }
 
+  ConditionPreview preview() {
+    prepare();
+    gljz::RunState& state = gljz::run;
+    // A cancelled dialog falls back on the parameter text of an earlier run, which this is not.
+    struct Restored {
+      gljz::RunState before = gljz::run;
+      ~Restored() { gljz::run = before; }
+    } restored;
+    state.m_pubCls = services_;
+    state.m_login = login_;
+    state.m_strLastYear = std::to_string(options_.closingYear);
+    state.m_strCurYear = std::to_string(options_.newYear);
+    state.m_strLastDB = gljz::GetDatabaseName(state.m_strLastYear);
+    state.m_strCurDB = gljz::GetDatabaseName(state.m_strCurYear);
+    ConditionPreview preview;
+    gljz::FrmTranCond& form = gljz::frmTranCond();
+    for (const auto& item : form.lvCond) preview.switches.push_back({item.key, item.text, item.checked});
+    form.cmdOk_Click();
+    preview.parameters = state.m_strCondXml;
+    return preview;
+  }
+
 private:
-  static std::shared_ptr<embedded::Server> openServer(const CarryForwardOptions& options) {
-    requireFolder(options.server);
-    auto server = embedded::Server::open(options.server.folder);
+  static ServerPtr openServer(const CarryForwardOptions& options) {
+    ServerPtr server = openAnyServer(options.server);
     if (options.today) server->setClock([ticks = options.today->ticks()] { return ticks; });
     return server;
   }
@@ -116,10 +147,12 @@ private:
     answers.progress = options_.progress;
     answers.programFolder = programFolder_.text();
     answers.dialogs = options_.dialogs ? options_.dialogs : &answers_;
+    answers.printing = &printing_;
+    answers.rowsWritten = [this] { return journal_->rowsWritten(); };
     return answers;
   }
 
-  std::shared_ptr<Connection> plainConnection() { return embedded::makeConnection(); }
+  std::shared_ptr<Connection> plainConnection() { return server_->newConnection(); }
   std::shared_ptr<Connection> observedConnection() { return journalConnection(journal_, plainConnection(), false); }
   std::shared_ptr<platform::ZwPubCls> newServices() {
     return makeServices({[this] { return plainConnection(); }, journal_, messages_, options_.language,
@@ -136,6 +169,7 @@ private:
   void prepare() {
     try {
       requireDatabase(systemDatabase, "; gljz account create makes it");
+      if (const std::string note = server_->note(); !note.empty()) journal_->note(note);
       auto system = plainConnection();
       system->ConnectionOpen(connectionText(systemDatabase, options_.server));
       if (options_.entry == Entry::transfer)
@@ -181,6 +215,22 @@ private:
                             login_->LoginOperator(), login_->LoginDate());
   }
 
+  // For the reports' heads alone: a run does not depend on it.
+  std::string companyName() noexcept {
+    try {
+      auto connection = plainConnection();
+      connection->ConnectionOpen(connectionText(newDatabase_, options_.server));
+      std::string name;
+      readFirst(*connection, "select cvalue, cdefault from accinformation where cSysID=N'AA' and cName=N'cCompanyName'",
+                [&](const platform::Recordset& r) {
+                  name = r.Field(r.Field(std::size_t{0}).isNull() ? 1 : 0).displayText();
+                });
+      return name;
+    } catch (const std::exception&) {
+      return {};
+    }
+  }
+
   void transfer(RunResult& result) {
     gljz::clsGLJZ entry;
     entry.ZwPubCls = services_;
@@ -220,26 +270,50 @@ private:
     if (!result.success && !result.uncaught) result.stop = stopOf(result);
     result.steps = forms_.steps();
     result.report = forms_.report();
+    result.prints = printing_.outcomes();
     if (gljz::frmNBalance.isLoaded()) {
       const auto& rows = gljz::frmNBalance().Grid1.rows;
       if (rows.size() > 1) result.notCarried.assign(rows.begin() + 1, rows.end());
     }
+    journal_->finish();
     result.tables = journal_->tables();
     result.stages = journal_->stages();
     result.failures = journal_->failures();
     result.notes = journal_->notes();
+    if (result.success && !result.uncaught) result.bank = bankCarry();
     for (const auto& prompt : journal_->prompts()) result.notes.push_back(prompt.text);
     result.statements = journal_->statementCount();
+  }
+  // For the report alone, on a connection that the journal does not see. The stage is known by what it calls itself.
+  std::optional<std::vector<BankCarry>> bankCarry() {
+    const auto& stages = journal_->stages();
+    const bool ran = std::any_of(stages.begin(), stages.end(), [](const Journal::Stage& stage) {
+      return platform::trim(stage.name).ends_with("--结转未核销银行账");
+    });
+    if (!ran) return std::nullopt;
+    const gljz::RunState& run = gljz::run;
+    constexpr std::uint8_t openLinesOnly = 2;
+    try {
+      auto services = makeServices(
+          {[this] { return plainConnection(); }, nullptr, messages_, options_.language, options_.operatorName, {}});
+      services->InitServices({}, connectionText(run.m_strCurDB, options_.server), account_, options_.newYear, {}, {});
+      return readBankCarry(*services, {run.m_strLastDB, run.m_strCurDB, run.m_strLastYear, run.m_strCurYear,
+                                       run.m_bBankTransfer != openLinesOnly});
+    } catch (const RunTimeError&) {
+      return std::nullopt;  // the years were carried; what cannot be read is not told
+    }
   }
   Stop stopOf(const RunResult& result) const {
     if (const auto& silent = journal_->silentStop()) return {platform::trim(silent->stage), silent->text};
     Stop stop{platform::trim(gljz::run.m_strFuncDesc), result.errMsg.empty() ? result.message : result.errMsg};
+    // An entry that stops before its first step may not have named one.
+    if (stop.where.empty()) stop.where = options_.entry == Entry::transfer ? "Transfer" : "TransGL";
     return stop;
   }
 
   const CarryForwardOptions& options_;
   DateTime today_;
-  std::shared_ptr<embedded::Server> server_;
+  ServerPtr server_;
   std::shared_ptr<Journal> journal_;
   std::shared_ptr<const Messages> messages_;
   std::unique_ptr<platform::XmlReader> xml_;
@@ -247,6 +321,7 @@ private:
   JournalDebugOutput debug_;
   ProgramFolder programFolder_;
   ConditionAnswers answers_;
+  Printing printing_;
   FormHost forms_;
   platform::Surroundings surroundings_;
   std::string account_, newDatabase_;
@@ -254,18 +329,24 @@ private:
   std::shared_ptr<platform::ZwPubCls> services_;
 };
 
-}  // namespace
-
-RunResult carryForward(const CarryForwardOptions& options) {
-  std::unique_ptr<Stage> stage;
+std::unique_ptr<Stage> makeStage(const CarryForwardOptions& options) {
   try {
-    stage = std::make_unique<Stage>(options);
+    return std::make_unique<Stage>(options);
   } catch (const RunTimeError& e) {
     throw UsageError(e.description());
   } catch (const std::filesystem::filesystem_error& e) {
     throw UsageError(e.what());
   }
-  return stage->run();
+}
+
+}  // namespace
+
+ConditionPreview previewConditions(const CarryForwardOptions& options) {
+  return makeStage(options)->preview();
+}
+
+RunResult carryForward(const CarryForwardOptions& options) {
+  return makeStage(options)->run();
 }
 
 int exitCode(const RunResult& result) {

@@ -14,10 +14,12 @@
 #include <string>
 #include <vector>
 
+#include "host/bank_carry.h"
 #include "host/condition_answers.h"
 #include "host/connection_text.h"
 #include "host/form_host.h"
 #include "host/journal.h"
+#include "host/printing.h"
 
 namespace host {
 
@@ -40,6 +42,7 @@ struct CarryForwardOptions {
   std::optional<platform::DateTime> today;  // the host's and the server's clock; the machine's date when not set
   std::string traceFile;                    // empty: none
   ProgressSink* progress = nullptr;
+  PrintWishes print;  // of the closing dialogs
 };
 
 // How a check ended a run before its transaction.
@@ -48,7 +51,11 @@ struct Stop {
 };
 
 struct RunResult {
-  std::string language;      // of the texts below, and of the report for a person
+  std::string language;          // of the texts below, and of the report for a person
+  std::string account, company;  // the company may be unknown, the account too for TransGL
+  int closingYear = 0, newYear = 0;
+  std::string operatorName;
+  std::string day;           // yyyy-mm-dd, by the host's clock
   bool returned = false;     // the entry's result; False after an uncaught failure
   bool success = false;      // what getTransferMsg gives
   std::string message;       // what getTransferMsg gives
@@ -60,15 +67,30 @@ struct RunResult {
   std::optional<ClosingReport> report;
   std::vector<std::vector<std::string>> notCarried;  // rows of the imbalance grid without the header
   std::vector<Journal::Table> tables;
+  std::optional<std::vector<BankCarry>> bank;  // nothing when the run did not come to the bank or it cannot be read
   std::vector<Journal::Stage> stages;
   std::vector<Journal::Failure> failures;
   std::vector<std::string> notes;
+  std::vector<PrintOutcome> prints;
   bool transactionBegun = false;
   std::int64_t statements = 0;
   double seconds = 0;
 };
 
 RunResult carryForward(const CarryForwardOptions& options);
+
+// The switches that the conditions dialog would offer to such a run, as it ticks them at first, and the parameter text
+// that confirming it at once would give. Nothing runs and nothing is written. Transfer only; UsageError as above,
+// RunTimeError for what the dialog's load meets.
+struct ConditionPreview {
+  struct Switch {
+    std::string key, text;
+    bool checked = false;
+  };
+  std::vector<Switch> switches;
+  std::string parameters;
+};
+ConditionPreview previewConditions(const CarryForwardOptions& options);
 
 // 0 carried and verified, 1 the entry returned False, 3 stopped at a check though it returned True, 4 carried with a
 // swallowed failure or a wrong account in the report, 5 a failure that reached the host.

@@ -102,20 +102,20 @@ private:
   std::string openLines() const {
     const std::string partner = suppliers_ ? "csup_id" : "ccus_id", flag = suppliers_ ? "bsup" : "bcus";
     return "select v.i_id,v.ccode,v.cexch_name,v." + partner +
-           " as cpartner,v.cdept_id,v.citem_class,v.citem_id,"
-           "v.md,v.mc,v.md_f,v.mc_f from gl_accvouch v inner join code c on c.ccode=v.ccode and c.iyear=v.iyear "
-           "where c.bend=1 and c." +
+           " as cpartner,v.md,v.mc,v.md_f,v.mc_f from gl_accvouch v inner join code c on c.ccode=v.ccode and "
+           "c.iyear=v.iyear where c.bend=1 and c." +
            flag + "=1 and not v." + partner + " is null and v.iyear>=" + gljz::run.m_strInitYear +
            " and v.iyear<=" + gljz::run.m_strLastYear +
            " and v.iflag is null and isnull(v.iflagperson,0)=0 and v.bdelete=0 and (v.md<>v.mc or v.md_f<>v.mc_f) "
            "order by v.ccode,v.cexch_name,v." +
-           partner + ",v.cdept_id,v.citem_class,v.citem_id,v.iyear,v.iperiod,v.dbill_date,v.i_id";
+           partner + ",v.iyear,v.iperiod,v.dbill_date,v.i_id";
   }
 
   // What two lines that cancel have in common, in the order of the selection. Letter case aside, as the server sorts.
+  // A department or an item of a line does not matter: it is the partner who owes or is owed.
   static std::vector<Value> groupOf(const Recordset& line) {
     std::vector<Value> group;
-    for (const char* field : {"ccode", "cexch_name", "cpartner", "cdept_id", "citem_class", "citem_id"}) {
+    for (const char* field : {"ccode", "cexch_name", "cpartner"}) {
       const Value value = line.Field(field);
       group.push_back(value.isNull() ? value : Value(platform::toLowerAscii(value.asText())));
     }

@@ -3,9 +3,9 @@
 //
 // What clearing means is the component's own affair; the carry-forward only calls the three operations. This one marks
 // as cleared what cancels exactly, among the open customer or supplier lines of the closing years: two lines of one
-// account, currency, partner, department and item whose amounts, foreign ones included, add up to zero. The oldest
-// lines are paired first. They count as cleared on the last day of the closing year, in its period 12, so a
-// carry-forward by detail leaves them behind and every balance stays what it is.
+// account, currency and partner whose amounts, foreign ones included, add up to zero; department and item of a line do
+// not matter. The oldest lines are paired first. They count as cleared on the last day of the closing year, in its
+// period 12, so a carry-forward by detail leaves them behind and what the partner owes stays what it is.
 
 #include <memory>
 

@@ -11,6 +11,7 @@ using platform::Component;
 using platform::RunTimeError;
 
 constexpr const char* clearing = "OrvoGLWLClear.clsInterface";
+constexpr const char* sibling = "TsGFJZ.clsGFJZ";
 
 class Components final : public platform::ComponentFactory {
 public:
@@ -18,6 +19,7 @@ public:
 
   std::shared_ptr<Component> Create(const std::string& programId) override {
     if (platform::equalsIgnoreCase(programId, clearing)) return makeClearingComponent(journal_);
+    if (platform::equalsIgnoreCase(programId, sibling)) journal_->siblingAsked();
     journal_->note("component " + programId + " is not installed");
     const RunTimeError failure(RunTimeError::cannotCreate, "Component cannot be created: " + programId);
     journal_->expected(failure);

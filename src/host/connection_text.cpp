@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "host/usage_error.h"
+#include "platform/run_time_error.h"
 
 namespace host {
 namespace {
@@ -21,7 +22,7 @@ std::string doubled(std::string_view text, char mark) {
 }  // namespace
 
 ServerAddress parseServer(std::string_view text) {
-  constexpr std::string_view embedded = "embedded:", odbc = "odbc:";
+  constexpr std::string_view embedded = "embedded:", odbcPrefix = "odbc:";
   ServerAddress address;
   address.text = text;
   if (text.starts_with(embedded)) {
@@ -31,16 +32,26 @@ ServerAddress parseServer(std::string_view text) {
       throw UsageError("server \"" + address.text + "\": a folder name with ';' cannot stand in a connection text");
     return address;
   }
-  if (text.starts_with(odbc)) {
+  if (text.starts_with(odbcPrefix)) {
     address.kind = ServerAddress::Kind::odbc;
+    try {
+      odbc::ConnectionString server(text.substr(odbcPrefix.size()));
+      address.credentials = server.takeSecrets();
+      address.text = std::string(odbcPrefix) + server.text();
+      if (!server.find("Driver") && !server.find("DSN") && !server.find("FileDSN"))
+        throw UsageError("server \"" + address.text +
+                         "\": it names neither a driver (Driver=...) nor a data source (DSN=...)");
+    } catch (const platform::RunTimeError& e) {
+      throw UsageError("server \"odbc:...\": " + e.description());  // what cannot be read may hold a password
+    }
     return address;
   }
-  throw UsageError("server \"" + address.text + "\": neither embedded:DIR nor odbc:...");
+  throw UsageError("server \"" + odbc::redacted(text) + "\": neither embedded:DIR nor odbc:...");
 }
 
 void requireEmbedded(const ServerAddress& address) {
   if (address.kind != ServerAddress::Kind::embedded)
-    throw UsageError("server \"" + address.text.substr(0, 5) + "...\": this program is built without ODBC servers");
+    throw UsageError("server \"" + address.text + "\": only an embedded server can do this");
 }
 
 void requireFolder(const ServerAddress& address) {

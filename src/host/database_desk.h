@@ -1,5 +1,5 @@
 #pragma once
-// A session of the embedded server for the host's own work: the first failure of a batch is thrown.
+// A session on a server for the host's own work: the first failure of a batch is thrown.
 //
 //   DatabaseDesk desk(server, "TqSystem");
 //   desk.run("delete from UA_Mark");
@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "embedded/server.h"
+#include "host/database_server.h"
 
 namespace host {
 
@@ -18,8 +18,7 @@ class DatabaseDesk {
 public:
   using Rows = std::vector<std::vector<platform::Value>>;
 
-  DatabaseDesk(const std::shared_ptr<embedded::Server>& server, const std::string& database)
-      : session_(server, database) {}
+  DatabaseDesk(const ServerPtr& server, const std::string& database) : session_(server->openSession(database)) {}
 
   void run(const std::string& batch, const std::vector<platform::Value>& parameters = {});
   void runScript(std::string_view script);
@@ -29,10 +28,10 @@ public:
   // What work does either stands as a whole or not at all.
   template <class Work>
   void transaction(const Work& work) {
-    run("begin transaction");
+    session_->begin();
     try {
       work();
-      run("commit transaction");
+      session_->commit();
     } catch (...) {
       undo();
       throw;
@@ -41,7 +40,7 @@ public:
 
 private:
   void undo() noexcept;
-  embedded::Session session_;
+  std::unique_ptr<DatabaseSession> session_;
 };
 
 }  // namespace host

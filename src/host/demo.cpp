@@ -45,14 +45,14 @@ std::vector<Resource> scriptsInOrder() {
 
 }  // namespace
 
-void createDemo(const std::shared_ptr<embedded::Server>& server) {
+void createDemo(const ServerPtr& server) {
   const auto scripts = scriptsInOrder();
   if (scripts.empty()) throw std::runtime_error("this program was built without the demo account set");
   const std::string years[] = {databaseName(demoAccount, demoClosingYear), databaseName(demoAccount, demoNewYear)};
   for (const std::string& database : {std::string(systemDatabase), years[0], years[1]})
     if (server->hasDatabase(database))
-      throw UsageError("folder " + server->folder() + " has a database " + database +
-                       " already; the demo needs a folder of its own");
+      throw UsageError(server->title() + " has a database " + database +
+                       " already; the demo needs a server without one");
 
   std::vector<std::string> made;
   try {
@@ -68,7 +68,7 @@ void createDemo(const std::shared_ptr<embedded::Server>& server) {
     }
   } catch (...) {
     for (const std::string& database : made) try {
-        DatabaseDesk(server, "").run("drop database " + bracketed(database));
+        server->dropDatabase(database);
       } catch (const std::exception&) {
         // The failure that led here is the one to tell.
       }

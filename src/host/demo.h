@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "embedded/server.h"
+#include "host/database_server.h"
 
 namespace host {
 
@@ -12,6 +12,6 @@ inline constexpr int demoClosingYear = 2005, demoNewYear = 2006;
 
 // Fills the server from the built-in scripts. UsageError when one of its databases exists already; on any failure
 // nothing of it stays.
-void createDemo(const std::shared_ptr<embedded::Server>& server);
+void createDemo(const ServerPtr& server);
 
 }  // namespace host

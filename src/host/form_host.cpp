@@ -5,7 +5,9 @@
 #include "dialogs/frm_nbalance.h"
 #include "dialogs/frm_sy_km_sel.h"
 #include "dialogs/frm_tran_cond.h"
+#include "dialogs/frm_two.h"
 #include "dialogs/frm_ye_mx_sel.h"
+#include "host/printing.h"
 
 namespace host {
 namespace {
@@ -27,7 +29,25 @@ private:
   std::vector<Step>& steps_;
 };
 
+std::vector<std::string> stepTexts(const gljz::FrmJZSN& form) {
+  std::vector<std::string> texts;
+  for (std::size_t i = 0; i < gljz::FrmJZSN::stepCount; ++i) texts.push_back(form.Label1(i).Caption);
+  return texts;
+}
+
 }  // namespace
+
+void DialogView::run(gljz::FrmJZSN& form) {
+  if (form.Timer1_Enabled()) form.Timer1_Timer();
+}
+
+std::string DialogView::printFile(const std::string&) {
+  return {};
+}
+
+CanvasMaker DialogView::printer(const std::string&) {
+  return {};
+}
 
 void FormHost::ShowModal(platform::Form& form) {
   shown_.emplace_back(form.Name());
@@ -36,7 +56,11 @@ void FormHost::ShowModal(platform::Form& form) {
     lastBegan_.clear();
     lastCaption_ = progressForm->Label3();
     steps_.assign(gljz::FrmJZSN::stepCount, {});
-    if (progressForm->Timer1_Enabled()) progressForm->Timer1_Timer();
+    if (answers_.progress) answers_.progress->began(stepTexts(*progressForm), answers_.rowsWritten);
+    if (answers_.dialogs)
+      answers_.dialogs->run(*progressForm);
+    else if (progressForm->Timer1_Enabled())
+      progressForm->Timer1_Timer();
     if (answers_.progress) answers_.progress->ended();
   } else if (auto* conditions = dynamic_cast<gljz::FrmTranCond*>(&form)) {
     answerConditions(*conditions);
@@ -47,9 +71,12 @@ void FormHost::ShowModal(platform::Form& form) {
     if (answers_.dialogs) answers_.dialogs->chooseCleared(*cleared);
     if (cleared->visible()) gljz::frmSyKmSel.unload();
   } else if (auto* report = dynamic_cast<gljz::FrmJZBG*>(&form)) {
-    readReport(*report);
+    showReport(*report);
   } else if (auto* notCarried = dynamic_cast<gljz::FrmNBalance*>(&form)) {
-    notCarried->Form_QueryUnload();
+    showLeftOut(*notCarried);
+  } else if (auto* question = dynamic_cast<gljz::FrmTwo*>(&form)) {
+    if (answers_.dialogs) answers_.dialogs->question(*question);
+    if (question->visible()) question->Hide();
   }
 }
 
@@ -61,15 +88,25 @@ void FormHost::answerConditions(gljz::FrmTranCond& form) {
   if (form.visible()) gljz::frmTranCond.unload();
 }
 
-void FormHost::readReport(gljz::FrmJZBG& form) {
+void FormHost::showReport(gljz::FrmJZBG& form) {
   report_ = ClosingReport{form.Label2.Caption, form.Label4.Caption, {}};
   const auto& grid = form.Grid1.rows;
   if (!grid.empty()) report_->rows.assign(grid.begin() + 1, grid.end());
-  form.Command3_Click();
+  if (answers_.progress) answers_.progress->paused();
+  if (answers_.printing) answers_.printing->closingReport(form);
+  if (answers_.dialogs) answers_.dialogs->closingReport(form);
+  if (form.visible()) form.Command3_Click();
+}
+
+void FormHost::showLeftOut(gljz::FrmNBalance& form) {
+  const bool forPrint = answers_.printing && answers_.printing->leftOut(form);
+  if (!forPrint && answers_.dialogs) answers_.dialogs->leftOut(form);
+  form.Form_QueryUnload();
 }
 
 void FormHost::Changed(platform::Form& form) {
   if (answers_.progress) follow(form);
+  if (answers_.dialogs) answers_.dialogs->changed(form);
 }
 
 void FormHost::follow(const platform::Form& form) {

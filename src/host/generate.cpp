@@ -46,7 +46,6 @@ const char* directionEnglish(std::int64_t amount) {
   return amount > 0 ? "Dr" : amount < 0 ? "Cr" : "-";
 }
 constexpr const char* foreignCurrency = "美元";
-constexpr std::int64_t foreignRate = 8;  // units of the main currency for one of the foreign
 
 // Values of an auxiliary row: department, person, customer, supplier, item, item class.
 std::vector<Value> partners(AccountKind kind, int n) {
@@ -87,11 +86,16 @@ public:
     for (const AuxiliaryBalance& auxiliary : ledger_.auxiliaries) auxiliaryRow(auxiliary);
     int number = 0;
     for (const LedgerLine& line : ledger_.items) voucherLine(line, ++number);
+    for (const LedgerLine& line : ledger_.clearedItems) voucherLine(line, ++number);
+    for (const BankOpening& opening : ledger_.bankOpenings) bankOpening(opening);
     for (const LedgerLine& line : ledger_.bankLines) voucherLine(line, ++number);
     for (const LedgerLine& line : ledger_.statementLines) statementLine(line, ++number);
+    for (const Cheque& cheque : ledger_.cheques) chequeRow(cheque, ++number);
     counts_.accounts = static_cast<std::int64_t>(ledger_.accounts.size());
     counts_.items = static_cast<std::int64_t>(ledger_.items.size());
     counts_.bank = static_cast<std::int64_t>(ledger_.bankLines.size());
+    counts_.statements = static_cast<std::int64_t>(ledger_.statementLines.size());
+    counts_.cheques = static_cast<std::int64_t>(ledger_.cheques.size());
     return counts_;
   }
 
@@ -100,7 +104,8 @@ private:
     desk_.run("insert into dsign(csign, isignseq, ctext) values(N'记', 1, N'记账凭证')");
     desk_.run("insert into settlestyle(csscode, cssname, bssflag, bssend) values(N'1', N'支票', 0, 1)");
     desk_.run("insert into foreigncurrency(cexch_name, cexch_code) values(N'美元', N'USD')");
-    desk_.run("insert into fitem(citem_class, cItem_Name, cItem_Text, crule) values(N'98', N'工程项目', null, N'5')");
+    desk_.run(
+        "insert into fitem(citem_class, cItem_Name, cItem_Text, crule) values(N'98', N'工程项目', N'工程项目', N'5')");
     for (int n = 0; n < departmentCount; ++n)
       desk_.run("insert into Department(cDepCode, cDepName, iDepGrade, bDepEnd) values(?, ?, 1, 1)",
                 {department(n), "部门" + std::to_string(n + 1)});
@@ -122,7 +127,7 @@ private:
     const DateTime yearBegin = DateTime::fromDate(year_, 1, 1);
     for (const LedgerAccount& a : ledger_.accounts) {
       const auto is = [&](AccountKind kind) { return a.kind == kind; };
-      const bool leafBank = a.last && (is(AccountKind::bank));
+      const bool leafBank = a.last && isBank(a.kind);
       desk_.run(
           "insert into code(iyear, ccode, ccode_name, cclass, igrade, bend, bd_c, bcus, bsup, bperson, bdept, bitem, "
           "cass_item, be, bbank, cexch_name, cmeasure, bcDefine1, dbegin) values(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
@@ -181,31 +186,85 @@ private:
          magnitude(auxiliary.amount), magnitude(auxiliary.amount)});
   }
 
+  bool isForeign(std::size_t account) const { return ledger_.accounts[account].kind == AccountKind::foreign; }
+  Value currencyOf(std::size_t account) const { return isForeign(account) ? Value(foreignCurrency) : Value(); }
+  // In the account's own currency.
+  Money ownAmount(std::size_t account, std::int64_t amount) const {
+    return money(isForeign(account) ? amount / foreignRate : amount);
+  }
+
   void voucherLine(const LedgerLine& line, int number) {
     const LedgerAccount& account = ledger_.accounts[line.account];
-    const bool bank = line.auxiliary == LedgerLine::noAuxiliary;
+    const bool bank = line.auxiliary == LedgerLine::noAuxiliary, foreign = isForeign(line.account);
     const std::vector<Value> who =
         bank ? std::vector<Value>(6) : partners(account.kind, ledger_.auxiliaries[line.auxiliary].partner);
     const DateTime date = DateTime::fromDate(year_, line.month, line.day);
+    const auto side = [&](bool wanted, std::int64_t amount) { return wanted ? money(std::llabs(amount)) : Money(); };
+    const std::int64_t own = foreign ? line.amount / foreignRate : 0;
+    const bool cleared = line.clearedIn != 0, styled = bank || line.amount < 0;
     desk_.run(
         "insert into gl_accvouch(iyear, iYPeriod, iperiod, csign, isignseq, ino_id, inid, dbill_date, idoc, ibook, "
-        "cdigest, ccode, md, mc, csettle, cn_id, dt_date, cdept_id, cperson_id, ccus_id, csup_id, citem_id, "
-        "citem_class) "
-        "values(?, ?, ?, N'记', 1, ?, ?, ?, 0, 1, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
-        {year_, year_ * 100 + line.month, line.month, 1 + number % 30000, 1 + number % 100, date,
-         bank ? "银行收付" : "往来业务", account.code, line.amount > 0 ? money(line.amount) : Money(),
-         line.amount < 0 ? money(-line.amount) : Money(), bank ? Value("1") : Value(),
-         bank ? Value(padded("Z", number)) : Value(), bank ? Value(date) : Value(), who[0], who[1], who[2], who[3],
-         who[4], who[5]});
+        "cdigest, ccode, cexch_name, md, mc, md_f, mc_f, nfrat, csettle, cn_id, dt_date, cdept_id, cperson_id, "
+        "ccus_id, "
+        "csup_id, citem_id, citem_class, iflagPerson, wllqPeriod) "
+        "values(?, ?, ?, N'记', 1, ?, ?, ?, 0, 1, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+        {year_,
+         year_ * 100 + line.month,
+         line.month,
+         1 + number % 30000,
+         1 + number % 100,
+         date,
+         bank ? "银行收付" : "往来业务",
+         account.code,
+         currencyOf(line.account),
+         side(line.amount > 0, line.amount),
+         side(line.amount < 0, line.amount),
+         side(line.amount > 0, own),
+         side(line.amount < 0, own),
+         foreign ? static_cast<double>(foreignRate) : 0.0,
+         styled ? Value("1") : Value(),
+         bank ? Value(padded("Z", number)) : Value(),
+         bank ? Value(date) : Value(),
+         who[0],
+         who[1],
+         who[2],
+         who[3],
+         who[4],
+         who[5],
+         cleared ? Value(1) : Value(),
+         cleared ? Value(clearingPeriod(line.clearedIn)) : Value()});
+  }
+  int clearingPeriod(int month) const { return month <= 12 ? year_ * 100 + month : (year_ + 1) * 100 + month - 12; }
+
+  // The balance row of the ledger and the opening row of the statements, both in the account's currency.
+  void bankOpening(const BankOpening& opening) {
+    const DateTime begin = DateTime::fromDate(year_, 1, 1);
+    const Money balance = ownAmount(opening.account, opening.amount);
+    desk_.run(
+        "insert into gl_accvouch(iyear, iperiod, inid, dbill_date, idoc, ibook, cdigest, ccode, cexch_name, md) "
+        "values(?, 20, 0, ?, 0, 1, N' ', ?, ?, ?)",
+        {year_, begin, ledger_.accounts[opening.account].code, currencyOf(opening.account), balance});
+    desk_.run(
+        "insert into rp_bankrecp(iyear, ibegin, ddate, mmoney, mbalance, ccode, cexch_name, bd_c) "
+        "values(?, 0, ?, ?, ?, ?, ?, 1)",
+        {year_, begin, balance, balance, ledger_.accounts[opening.account].code, currencyOf(opening.account)});
   }
 
   void statementLine(const LedgerLine& line, int number) {
     desk_.run(
-        "insert into rp_bankrecp(iyear, ibegin, ddate, mmoney, ccode, csettle, cn_id, bd_c) values(?, 0, ?, ?, ?, "
-        "N'1', "
-        "?, ?)",
-        {year_, DateTime::fromDate(year_, line.month, line.day), magnitude(line.amount),
-         ledger_.accounts[line.account].code, padded("Z", number), line.amount > 0});
+        "insert into rp_bankrecp(iyear, ibegin, ddate, mmoney, ccode, cexch_name, csettle, cn_id, bd_c) "
+        "values(?, 1, ?, ?, ?, ?, N'1', ?, ?)",
+        {year_, DateTime::fromDate(year_, line.month, line.day), ownAmount(line.account, std::llabs(line.amount)),
+         ledger_.accounts[line.account].code, currencyOf(line.account), padded("Z", number), line.amount > 0});
+  }
+
+  void chequeRow(const Cheque& cheque, int number) {
+    const DateTime date = DateTime::fromDate(year_, cheque.month, cheque.day);
+    desk_.run(
+        "insert into rp_cheque(cCode, cexch_name, ccheque_id, dbill_date, mmoney, ctext, dout) values(?, ?, ?, ?, ?, "
+        "N'货款', ?)",
+        {ledger_.accounts[cheque.account].code, currencyOf(cheque.account), padded("ZP", number), date,
+         ownAmount(cheque.account, cheque.amount), cheque.used ? Value(date) : Value()});
   }
 
   DatabaseDesk& desk_;
@@ -216,8 +275,8 @@ private:
 
 }  // namespace
 
-Generated generateAccountSet(const std::shared_ptr<embedded::Server>& server, const std::string& account,
-                             int closingYear, int newYear, const GeneratedSize& size, std::uint64_t seed) {
+Generated generateAccountSet(const ServerPtr& server, const std::string& account, int closingYear, int newYear,
+                             const GeneratedSize& size, std::uint64_t seed) {
   const Ledger ledger = makeLedger(size.accounts, size.balances, size.items, size.bank, seed);
   const std::string database = createAccount(server, {account, "合成账套" + account, closingYear, closingYear});
   Generated counts;

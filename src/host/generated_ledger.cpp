@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdlib>
 
 namespace host {
 namespace {
@@ -50,6 +51,7 @@ public:
     chooseBalances(balances);
     openItems(items);
     bankLines(bank);
+    cheques(bank);
     settleAmounts();
     return std::move(ledger_);
   }
@@ -91,7 +93,7 @@ private:
 
   std::int64_t amount() { return 100 + random_.below(9'999'900); }
   std::int64_t signedAmount(AccountKind kind) {
-    const std::int64_t a = amount();
+    const std::int64_t a = kind == AccountKind::foreign ? amount() * foreignRate : amount();
     // One balance in twelve stands on the unusual side.
     return isCreditKind(kind) != (random_.below(12) == 0) ? -a : a;
   }
@@ -128,28 +130,59 @@ private:
           itemRows_[static_cast<std::size_t>(random_.below(static_cast<std::int64_t>(itemRows_.size())))];
       AuxiliaryBalance& auxiliary = ledger_.auxiliaries[row];
       if (!auxiliary.fromItems) auxiliary.amount = 0, auxiliary.fromItems = true;
-      const LedgerLine line = datedLine(auxiliary.account, row, signedAmount(ledger_.accounts[auxiliary.account].kind));
+      LedgerLine line = datedLine(auxiliary.account, row, signedAmount(ledger_.accounts[auxiliary.account].kind));
       auxiliary.amount += line.amount;
+      constexpr std::int64_t oneIn = 6;  // were cleared when the year had ended already
+      if (random_.below(oneIn) == 0) line.clearedIn = 13 + static_cast<int>(random_.below(3));
       ledger_.items.push_back(line);
+      if (i % 4 == 0) clearedPair(auxiliary.account, row);
     }
   }
-  void bankLines(std::int64_t wanted) {
-    std::vector<std::size_t> banks;
+  // A debit and its payment, which leave the balance as it is.
+  void clearedPair(std::size_t account, std::size_t row) {
+    LedgerLine first = datedLine(account, row, signedAmount(ledger_.accounts[account].kind)), second = first;
+    second.amount = -first.amount;
+    second.month = first.clearedIn = second.clearedIn = first.month + static_cast<int>(random_.below(13 - first.month));
+    ledger_.clearedItems.push_back(first);
+    ledger_.clearedItems.push_back(second);
+  }
+
+  std::vector<std::size_t> banks() const {
+    std::vector<std::size_t> found;
     for (std::size_t i = 0; i < ledger_.accounts.size(); ++i)
-      if (ledger_.accounts[i].last && ledger_.accounts[i].kind == AccountKind::bank) banks.push_back(i);
-    if (banks.empty()) return;
-    const auto bank = [&] {
-      return banks[static_cast<std::size_t>(random_.below(static_cast<std::int64_t>(banks.size())))];
-    };
-    const auto either = [&] { return random_.below(2) == 0 ? amount() : -amount(); };
+      if (ledger_.accounts[i].last && isBank(ledger_.accounts[i].kind)) found.push_back(i);
+    return found;
+  }
+  // Every open line of the books and of the statements waits for its counterpart; both sides start from the balance
+  // without them.
+  void bankLines(std::int64_t wanted) {
+    const std::vector<std::size_t> all = banks();
+    if (all.empty() || wanted == 0) return;
+    for (const std::size_t bank : all) ledger_.bankOpenings.push_back({bank, ledger_.accounts[bank].amount});
     for (std::int64_t i = 0; i < wanted; ++i) {
-      const LedgerLine line = datedLine(bank(), LedgerLine::noAuxiliary, either());
+      const LedgerLine line = bankLine(all);
       ledger_.accounts[line.account].hasBalance = true;
       ledger_.accounts[line.account].amount += line.amount;
       ledger_.bankLines.push_back(line);
     }
-    for (std::int64_t i = 0; i < wanted / 2; ++i)
-      ledger_.statementLines.push_back(datedLine(bank(), LedgerLine::noAuxiliary, either()));
+    for (std::int64_t i = 0; i < wanted / 2; ++i) ledger_.statementLines.push_back(bankLine(all));
+  }
+  LedgerLine bankLine(const std::vector<std::size_t>& all) {
+    const std::size_t bank = oneOf(all);
+    const std::int64_t size = ledger_.accounts[bank].kind == AccountKind::foreign ? amount() * foreignRate : amount();
+    return datedLine(bank, LedgerLine::noAuxiliary, random_.below(2) == 0 ? size : -size);
+  }
+  std::size_t oneOf(const std::vector<std::size_t>& all) {
+    return all[static_cast<std::size_t>(random_.below(static_cast<std::int64_t>(all.size())))];
+  }
+  // A cheque for ten bank lines; every third has been used up.
+  void cheques(std::int64_t bankLineCount) {
+    const std::vector<std::size_t> all = banks();
+    if (all.empty()) return;
+    for (std::int64_t i = 0; i < bankLineCount / 10; ++i) {
+      const LedgerLine drawn = bankLine(all);
+      ledger_.cheques.push_back({drawn.account, std::abs(drawn.amount), drawn.month, drawn.day, i % 3 == 0});
+    }
   }
   LedgerLine datedLine(std::size_t account, std::size_t auxiliary, std::int64_t lineAmount) {
     const int month = 1 + static_cast<int>(random_.below(12));
@@ -179,6 +212,10 @@ private:
 };
 
 }  // namespace
+
+bool isBank(AccountKind kind) {
+  return kind == AccountKind::bank || kind == AccountKind::foreign;
+}
 
 std::uint64_t Random::next() {
   std::uint64_t z = (state_ += 0x9E3779B97F4A7C15u);

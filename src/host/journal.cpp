@@ -4,9 +4,11 @@
 #include <fstream>
 
 #include "core/run_state.h"
+#include "host/expected_failures.h"
 #include "host/json_text.h"
 #include "host/usage_error.h"
-#include "platform/run_time_error.h"
+#include "platform/value.h"
+#include "settings/other_tables_sql.h"
 
 namespace host {
 namespace {
@@ -48,14 +50,6 @@ std::int64_t rowsOfBatch(std::string_view text, std::int64_t last) {
 
 double millisecondsSince(std::chrono::steady_clock::time_point start) {
   return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
-
-// Work tables are dropped before they are made, and ordinarily are not there: that is no failure of a run, unless the
-// system's own handler reports it.
-bool isMissingDrop(const std::exception& failure) {
-  constexpr int cannotDropMissing = 3701;
-  const auto* error = dynamic_cast<const platform::RunTimeError*>(&failure);
-  return error != nullptr && error->server() && error->server()->number == cannotDropMissing;
 }
 
 char lower(char c) {
@@ -130,6 +124,7 @@ void Journal::opened(Statement& statement, std::string_view text) {
   ++stage.statements;
   stage.milliseconds += statement.milliseconds;
   lastStatement_.assign(text.substr(0, maxStatementText));
+  watchSettings(statement, text);
 }
 
 void Journal::fail(const Statement& statement, std::string_view text, const std::exception& failure) {
@@ -138,11 +133,46 @@ void Journal::fail(const Statement& statement, std::string_view text, const std:
   ++stage.statements;
   stage.milliseconds += milliseconds;
   if (!text.empty()) lastStatement_.assign(text.substr(0, maxStatementText));
-  if (!isMissingDrop(failure)) {
+  watchSettings(statement, text);
+  // Unless the system's own handler reports it.
+  if (const auto meaning = expectedFailure(statement.role, text, failure)) {
+    if (!meaning->empty()) note(std::string(*meaning));
+  } else {
     addFailure(stage.name, text, failure.what());
     pendingFailure_ = failure.what();
   }
   if (trace_) traceLine(statement, text, -1, milliseconds, &failure);
+}
+
+void Journal::watchSettings(const Statement& statement, std::string_view text) {
+  static const std::string first = gljz::other_tables_sql::selectAll("GL_bautotran");
+  if (statement.role != Role::newYear || text != first) return;
+  settings_ = Settings{stages_[statement.stage].name, failures_.size()};
+}
+
+// The stage of the settings tables keeps its failures to itself, and one that no statement is to blame for (a column
+// that the closing year lacks) is seen by nobody. That the stage did not come to its end shows all the same.
+void Journal::finish() {
+  if (settings_ && !settings_->siblingAsked) {
+    const char* text = "the settings tables were not carried to the end";
+    if (failures_.size() == settings_->failuresBefore)
+      addFailure(settings_->stage, "", text);
+    else
+      note(text);
+  }
+  for (std::string& text : missing_.notes()) note(std::move(text));
+}
+
+void Journal::siblingAsked() {
+  if (settings_) settings_->siblingAsked = true;
+}
+
+void Journal::missing(MissingCodes::Kind kind, std::string_view code, std::string_view itemClass) {
+  if (!gljz::run.m_bManual) missing_.add(kind, code, itemClass);
+}
+
+void Journal::selectionWasEmpty(const Statement& statement, std::string_view text) {
+  if (!gljz::run.m_bManual && statement.role == Role::newYear) missing_.selectionWasEmpty(text);
 }
 
 void Journal::rowsRead(const Statement& statement, std::string_view text, std::string_view tableName, std::int64_t rows,
@@ -209,6 +239,12 @@ void Journal::stageFailed() {
 
 void Journal::note(std::string text) {
   if (std::find(notes_.begin(), notes_.end(), text) == notes_.end()) notes_.push_back(std::move(text));
+}
+
+std::int64_t Journal::rowsWritten() const {
+  std::int64_t rows = 0;
+  for (const Stage& stage : stages_) rows += stage.rowsWritten;
+  return rows;
 }
 
 std::vector<Journal::Table> Journal::tables() const {

@@ -18,6 +18,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/missing_codes.h"
 #include "host/statement_head.h"
 #include "platform/value.h"
 
@@ -66,6 +67,7 @@ public:
   void end(const Statement& statement, std::string_view text, std::int64_t rows);
   void opened(Statement& statement, std::string_view text);  // its trace line is written by rowsRead
   void fail(const Statement& statement, std::string_view text, const std::exception& failure);
+  void selectionWasEmpty(const Statement& statement, std::string_view text);
   // A result set was closed after so many rows were walked. carried: they are rows of the table, fetched to be carried.
   void rowsRead(const Statement& statement, std::string_view text, std::string_view table, std::int64_t rows,
                 bool carried);
@@ -87,11 +89,15 @@ public:
   void handled(const std::exception& failure);
   // A stage told the system that it failed, and caught the failure itself.
   void stageFailed();
+  // The new year has no such record: a note at the end of a run that nobody watches.
+  void missing(MissingCodes::Kind kind, std::string_view code, std::string_view itemClass = {});
+  void siblingAsked();  // the component that ends the stage of the settings tables
   // This failure is told otherwise (in a note): it is not counted when a handler reports it.
   void expected(const std::exception& failure) { pendingFailure_ = failure.what(); }
 
   void debugLine(std::string line) { debug_.push_back(std::move(line)); }
   void note(std::string text);  // each text once
+  void finish();                // the run is over: what only its end can tell is written down
 
   const std::vector<Stage>& stages() const { return stages_; }
   std::vector<Table> tables() const;  // without temporary ones, by name
@@ -103,6 +109,7 @@ public:
   const std::optional<Prompt>& silentStop() const { return silentStop_; }
   const std::string& lastStatement() const { return lastStatement_; }
   std::int64_t statementCount() const { return count_; }
+  std::int64_t rowsWritten() const;  // so far, of all stages
 
 private:
   struct LessNoCase {
@@ -113,6 +120,7 @@ private:
 
   std::size_t currentStage();
   Table& table(std::string_view name);
+  void watchSettings(const Statement& statement, std::string_view text);
   void addFailure(const std::string& stage, std::string_view statement, const std::string& description);
   void traceLine(const Statement& statement, std::string_view text, std::int64_t rows, double milliseconds,
                  const std::exception* failure);
@@ -126,6 +134,14 @@ private:
   std::vector<std::string> notes_, debug_;
   std::string lastStatement_, pendingFailure_;
   std::optional<Prompt> silentStop_;
+  // The stage of the settings tables, from its first statement on.
+  struct Settings {
+    std::string stage;
+    std::size_t failuresBefore = 0;
+    bool siblingAsked = false;
+  };
+  std::optional<Settings> settings_;
+  MissingCodes missing_;
   std::int64_t count_ = 0;
   bool sawTransaction_ = false, inTransaction_ = false;
   std::unique_ptr<std::ostream> trace_;

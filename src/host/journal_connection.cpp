@@ -21,7 +21,10 @@ public:
     // The new year's own rows are looked at, not carried.
     fetchesData_ = !head.condensed && (statement.role == Role::closingYear || head.qualified);
     if (journal_->tracing()) sql_ = sql;
-    if (!inner_->Eof()) rows_ = 1;
+    if (!inner_->Eof())
+      rows_ = 1;
+    else
+      journal_->selectionWasEmpty(statement_, sql);
   }
   ~JournalRecordset() override { finish(); }
 

@@ -67,22 +67,28 @@ public:
     ask("GetCodeRecord", code, [&] { inner_->GetCodeRecord(code, record, selectors); });
   }
   std::string MatchCode(const std::string& code, int option, bool flag) override {
-    return ask("MatchCode", code, [&] { return inner_->MatchCode(code, option, flag); });
+    return matched(Kind::account, code, {},
+                   ask("MatchCode", code, [&] { return inner_->MatchCode(code, option, flag); }));
   }
   std::string MatchDepartment(const std::string& code, int option, bool flag) override {
-    return ask("MatchDepartment", code, [&] { return inner_->MatchDepartment(code, option, flag); });
+    return matched(Kind::department, code, {},
+                   ask("MatchDepartment", code, [&] { return inner_->MatchDepartment(code, option, flag); }));
   }
   std::string MatchPerson(const std::string& code, int option, bool flag) override {
-    return ask("MatchPerson", code, [&] { return inner_->MatchPerson(code, option, flag); });
+    return matched(Kind::person, code, {},
+                   ask("MatchPerson", code, [&] { return inner_->MatchPerson(code, option, flag); }));
   }
   std::string MatchCustomer(const std::string& code, int option, bool flag) override {
-    return ask("MatchCustomer", code, [&] { return inner_->MatchCustomer(code, option, flag); });
+    return matched(Kind::customer, code, {},
+                   ask("MatchCustomer", code, [&] { return inner_->MatchCustomer(code, option, flag); }));
   }
   std::string MatchVendor(const std::string& code, int option, bool flag) override {
-    return ask("MatchVendor", code, [&] { return inner_->MatchVendor(code, option, flag); });
+    return matched(Kind::supplier, code, {},
+                   ask("MatchVendor", code, [&] { return inner_->MatchVendor(code, option, flag); }));
   }
-  std::string MatchItem(const std::string& item, const std::string& itemClass) override {
-    return ask("MatchItem", item, [&] { return inner_->MatchItem(item, itemClass); });
+  std::string MatchItem(const std::string& item, const std::string& itemClass, int option, bool flag) override {
+    return matched(Kind::item, item, itemClass,
+                   ask("MatchItem", item, [&] { return inner_->MatchItem(item, itemClass, option, flag); }));
   }
   bool GetSignRecord(const std::string& csign, SignRecord& record) override {
     return ask("GetSignRecord", csign, [&] { return inner_->GetSignRecord(csign, record); });
@@ -97,6 +103,11 @@ public:
   FormatDatabase& FormatDb() override { return inner_->FormatDb(); }
 
 private:
+  using Kind = MissingCodes::Kind;
+  std::string matched(Kind kind, const std::string& code, const std::string& itemClass, std::string answer) {
+    if (answer.empty()) journal_->missing(kind, code, itemClass);
+    return answer;
+  }
   template <class Question>
   auto ask(const char* operation, std::string_view argument, const Question& question) -> decltype(question()) {
     if (journal_->tracing()) journal_->traceService(operation, argument);

@@ -7,6 +7,7 @@
 #include "balances/code_classification.h"
 #include "host/account_directory.h"
 #include "host/connection_text.h"
+#include "host/form_captions.h"
 #include "host/format_database.h"
 #include "host/journal_connection.h"
 #include "host/journal_services.h"
@@ -69,8 +70,10 @@ public:
     return args ? settings_.messages->text(key, *args) : settings_.messages->text(key);
   }
   int ServiceMsgBox(const std::string&, int, const std::string&, const std::string&, int) override { return 0; }
-  bool ServiceLocalize(platform::Form&, const std::string&, const std::string&, const std::string&) override {
-    return true;  // captions of the dialogs are fixed
+  bool ServiceLocalize(platform::Form& form, const std::string& prefix, const std::string&,
+                       const std::string&) override {
+    localizeForm(form, *settings_.messages, prefix);
+    return true;
   }
 
   int CurrentYearInfo() override { return year_; }
@@ -152,7 +155,7 @@ public:
     return sameIf("select cVenCode from Vendor where cVenCode=", code);
   }
   // Class "ch" is the inventory; every other class has an item table of its own.
-  std::string MatchItem(const std::string& item, const std::string& itemClass) override {
+  std::string MatchItem(const std::string& item, const std::string& itemClass, int, bool) override {
     try {
       if (platform::equalsIgnoreCase(platform::trim(itemClass), "ch"))
         return sameIf("select cInvCode from inventory where cInvCode=", item);

@@ -84,7 +84,8 @@ public:
   virtual std::string MatchPerson(const std::string& code, int option = 0, bool flag = true) = 0;
   virtual std::string MatchCustomer(const std::string& code, int option = 0, bool flag = true) = 0;
   virtual std::string MatchVendor(const std::string& code, int option = 0, bool flag = true) = 0;
-  virtual std::string MatchItem(const std::string& item, const std::string& itemClass) = 0;
+  virtual std::string MatchItem(const std::string& item, const std::string& itemClass, int option = 0,
+                                bool flag = true) = 0;
 
   virtual bool GetSignRecord(const std::string& csign, SignRecord& record) = 0;
   virtual bool SignExists(const std::string& csign) = 0;

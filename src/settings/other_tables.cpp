@@ -111,10 +111,10 @@ std::shared_ptr<Component> createSibling() {
 void runSibling() {
   const auto sibling = createSibling();
   std::vector<Component::Argument> arguments{{{}, run.m_conn}, {{}, run.m_pubCls}, {"", nullptr}};
-  const bool done = sibling->Call("JZ", arguments).asBool();
+  const platform::Value done = sibling->Call("JZ", arguments);
   run.m_conn = std::static_pointer_cast<platform::Connection>(arguments[0].object);
   run.m_pubCls = std::static_pointer_cast<platform::ZwPubCls>(arguments[1].object);
-  if (!done) ShowMsg(arguments[2].value.displayText(), msgPlain, "");
+  if (!done.asBool()) ShowMsg(arguments[2].value.displayText(), msgPlain, "");
 }
 
 }  // namespace

@@ -113,7 +113,7 @@ bool itemFits(const Recordset& row) {
   if (row.Field("cItem_id").isNull()) return true;
   const std::string code = row.Field("cItem_id").asText();
   const std::string itemClass = row.Field("citem_class").displayText();  // Null: a class that no item has
-  if (!pubCls().MatchItem(code, itemClass).empty()) return true;
+  if (!pubCls().MatchItem(code, itemClass, 0, true).empty()) return true;
   if (!run.m_bManual) return false;
   ItemRecord item;
   LoadItem(lastConn(), itemClass, code, item);

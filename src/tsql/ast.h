@@ -238,6 +238,7 @@ struct SelectItem {
   ExprPtr expr;       // Star for * and t.*
   std::string alias;  // empty when there is none
   SourcePos pos;
+  std::string variable;  // select @x = ...: the variable with its at sign, else empty
 };
 struct OrderItem {
   ExprPtr expr;
@@ -281,9 +282,16 @@ enum class StatementKind {
   execute,
   if_,
   block,
+  while_,
+  break_,
+  continue_,
   beginTransaction,
   commit,
   rollback,
+  saveTransaction,
+  declare,
+  setVariable,
+  raiserror,
   setOption,
   createDatabase,
   dropDatabase,
@@ -403,6 +411,7 @@ struct ProcedureParameter {
   std::string name;  // with the at sign
   TypeName type;
   ExprPtr defaultValue;  // literal or null; may be missing
+  bool output = false;
   SourcePos pos;
 };
 struct CreateProcedure : Statement {
@@ -419,12 +428,15 @@ struct DropProcedure : Statement {
 };
 struct ExecuteArgument {
   std::string name;  // with the at sign; empty when given by position
-  ExprPtr value;     // literal, signed literal, null, variable, or a Column of one part (a bare word is a text)
+  ExprPtr value;     // literal, signed literal, null, variable, or a Column of one part (a bare word is a text); no
+                     // value at all for the word default
+  bool output = false;
 };
 struct Execute : Statement {
   explicit Execute(SourcePos p) : Statement(StatementKind::execute, p) {}
   Name name;
   std::vector<ExecuteArgument> arguments;
+  std::string returnVariable;  // execute @x = p: with the at sign, else empty
 };
 struct If : Statement {
   explicit If(SourcePos p) : Statement(StatementKind::if_, p) {}
@@ -435,14 +447,51 @@ struct Block : Statement {
   explicit Block(SourcePos p) : Statement(StatementKind::block, p) {}
   std::vector<StatementPtr> statements;
 };
+struct While : Statement {
+  explicit While(SourcePos p) : Statement(StatementKind::while_, p) {}
+  ExprPtr condition;
+  StatementPtr body;
+};
+struct Break : Statement {
+  explicit Break(SourcePos p) : Statement(StatementKind::break_, p) {}
+};
+struct Continue : Statement {
+  explicit Continue(SourcePos p) : Statement(StatementKind::continue_, p) {}
+};
+struct Declaration {
+  std::string name;  // with the at sign
+  TypeName type;
+  ExprPtr value;  // may be null
+  SourcePos pos;
+};
+struct Declare : Statement {
+  explicit Declare(SourcePos p) : Statement(StatementKind::declare, p) {}
+  std::vector<Declaration> variables;
+};
+struct SetVariable : Statement {
+  explicit SetVariable(SourcePos p) : Statement(StatementKind::setVariable, p) {}
+  std::string name;  // with the at sign
+  ExprPtr value;
+};
+struct Raiserror : Statement {
+  explicit Raiserror(SourcePos p) : Statement(StatementKind::raiserror, p) {}
+  ExprPtr message, severity, state;  // the old form, raiserror 50001 'x', has its number as `state` and no severity
+  std::vector<ExprPtr> arguments;
+};
 struct BeginTransaction : Statement {
   explicit BeginTransaction(SourcePos p) : Statement(StatementKind::beginTransaction, p) {}
+  std::string name;  // may be empty
+};
+struct SaveTransaction : Statement {
+  explicit SaveTransaction(SourcePos p) : Statement(StatementKind::saveTransaction, p) {}
+  std::string name;
 };
 struct Commit : Statement {
   explicit Commit(SourcePos p) : Statement(StatementKind::commit, p) {}
 };
 struct Rollback : Statement {
   explicit Rollback(SourcePos p) : Statement(StatementKind::rollback, p) {}
+  std::string name;  // of a savepoint or of the outermost transaction; may be empty
 };
 struct SetOption : Statement {
   explicit SetOption(SourcePos p) : Statement(StatementKind::setOption, p) {}

@@ -63,12 +63,19 @@ void refuse(const SqlType& from, const SqlType& to, SourcePos pos) {
   if (never) fail(206, "Operand type clash: " + from.baseName() + " is incompatible with " + to.baseName(), pos);
 }
 
+// Where a literal may never be reached it is converted early only if that cannot fail.
+bool mayFail(const SqlType& literal, const SqlType& to) {
+  if (isText(literal.kind)) return !isText(to.kind);
+  return isExactInteger(to.kind) && to.kind != TypeKind::bit && !isExactInteger(literal.kind);
+}
+
 }  // namespace
 
 BoundPtr Binder::castTo(BoundPtr e, const SqlType& type) {
   if (e->op == BoundOp::slot) {
     Slot& slot = out_.slots[static_cast<std::size_t>(e->slotIndex)];
-    if (slot.type.kind == TypeKind::null) {
+    const bool later = branches_ > 0 && slot.source == Slot::Source::literal && mayFail(slot.constantType, type);
+    if (slot.type.kind == TypeKind::null && !later) {
       if (slot.constantType.kind != TypeKind::null) refuse(slot.constantType, type, e->pos);
       slot.type = type;
       e->type = type;
@@ -86,8 +93,9 @@ BoundPtr Binder::convertTo(BoundPtr e, const SqlType& type, bool store) {
   }
   if (e->op == BoundOp::slot) {
     Slot& slot = out_.slots[static_cast<std::size_t>(e->slotIndex)];
-    if (slot.type.kind ==
-        TypeKind::null) {  // not converted yet: the value is converted once, before the statement runs
+    const bool later = branches_ > 0 && slot.source == Slot::Source::literal && mayFail(slot.constantType, type);
+    if (slot.type.kind == TypeKind::null &&
+        !later) {  // not converted yet: the value is converted once, before the statement runs
       if (slot.constantType.kind != TypeKind::null) refuse(slot.constantType, type, e->pos);
       e->type = type;
       if (!store && isText(slot.constantType.kind) && isText(type.kind)) return e;

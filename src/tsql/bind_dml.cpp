@@ -209,18 +209,13 @@ private:
     mismatch(s_.values.size(), false);
     Scope scope;
     scope.aggregatesAllowed = false;
+    b_.inValues_ = true;
     for (std::size_t i = 0; i < s_.values.size(); ++i) {
       const auto& c = t.columns[static_cast<std::size_t>(out_->columns[i])];
       if (isDefaultWord(*s_.values[i])) {
         out_->values.push_back(defaultOf(b_, c));
         continue;
       }
-      if (s_.values[i]->kind == ast::ExprKind::column)
-        fail(128,
-             "The name \"" + static_cast<const ast::Column&>(*s_.values[i]).name.last() +
-                 "\" is not permitted in this context. Valid expressions are constants, constant expressions, and (in "
-                 "some contexts) variables. Column names are not permitted.",
-             s_.values[i]->pos, 15);
       out_->values.push_back(b_.convertTo(b_.value(*s_.values[i], scope), c.type, true));
     }
   }
@@ -284,6 +279,11 @@ BoundStatement bindUpdate(const ast::Update& update, const TokenStream& tokens, 
   bool subqueries = false;
   for (const auto& a : update.assignments) {
     const int n = t.find(a.column.last());
+    const auto& qualifiers = a.column.parts;
+    if (qualifiers.size() > 1) {
+      const std::string& object = qualifiers[qualifiers.size() - 2];
+      if (!sameName(object, target->exposedName) && !sameName(object, update.target.last())) b.notBound(a.column);
+    }
     if (n < 0) fail(207, "Invalid column name '" + a.column.last() + "'.", a.column.pos);
     const auto& c = t.columns[static_cast<std::size_t>(n)];
     if (c.identity) fail(8102, "Cannot update identity column '" + c.name + "'.", a.column.pos);

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <optional>
 
 #include "tsql/binder_impl.h"
 
@@ -93,11 +94,16 @@ public:
     Slot slot;
     slot.source = Slot::Source::variable;
     slot.name = v.name;
-    const auto type = b_.catalog_.variable(v.name);
-    if (!type) fail(137, "Must declare the scalar variable \"" + v.name + "\".", v.pos, 15);
-    slot.constantType = *type;
-    auto e = b_.slotFor(slot, true, v.pos);
-    return e;
+    slot.constantType = b_.variableType(v.name, v.pos);
+    if (b_.rowByRow_ && v.name.rfind("@@", 0) != 0) {
+      for (const auto& name : b_.assigned_)
+        if (sameName(name, v.name)) throwUnsupported("a variable that the same selection assigns before", v.pos);
+      auto name = std::make_unique<BoundExpr>();
+      name->op = BoundOp::integer;
+      name->text = v.name;  // emitted as a text
+      return b_.call("ts_variable", slot.constantType, v.pos, std::move(name));
+    }
+    return b_.slotFor(slot, true, v.pos);
   }
 
   BoundPtr unary(const ast::Unary& u) {
@@ -151,7 +157,9 @@ public:
     if (isText(lk) && isText(rk)) return textArithmetic(op, std::move(l), std::move(r), pos);
     if (op == ast::BinaryOp::add && isBinary(lk) && isBinary(rk)) return concat(std::move(l), std::move(r), pos);
     if (isDate(lk) || isDate(rk)) return dateArithmetic(op, std::move(l), std::move(r), pos);
-    for (const auto k : {lk, rk})
+    if (isBinary(lk) && isExactInteger(rk)) l = b_.convertTo(std::move(l), r->type);
+    if (isBinary(rk) && isExactInteger(lk)) r = b_.convertTo(std::move(r), l->type);
+    for (const auto k : {l->type.kind, r->type.kind})
       if (!isNumeric(k) && !isText(k))
         fail(8117, "Operand data type " + typeOf(k).baseName() + " is invalid for " + symbol(op) + " operator.", pos);
     return numeric(op, std::move(l), std::move(r), pos);
@@ -194,13 +202,15 @@ public:
     if (isText(r->type.kind)) r = b_.convertTo(std::move(r), date);
     if (isDate(l->type.kind) && isDate(r->type.kind)) {
       // The sum or difference of the two as points since 1900.
-      return b_.call(op == ast::BinaryOp::add ? "+" : "-", date, pos, std::move(l), std::move(r));
+      return b_.call("ts_date", date, pos,
+                     b_.call(op == ast::BinaryOp::add ? "+" : "-", date, pos, std::move(l), std::move(r)));
     }
     const bool dateLeft = isDate(l->type.kind);
     auto& number = dateLeft ? r : l;
     number = b_.convertTo(std::move(number), typeOf(TypeKind::float_));
     if (op == ast::BinaryOp::subtract) {
-      if (!dateLeft) return b_.call("-", date, pos, b_.convertTo(std::move(l), date), std::move(r));
+      if (!dateLeft)
+        return b_.call("ts_date", date, pos, b_.call("-", date, pos, b_.convertTo(std::move(l), date), std::move(r)));
       r = b_.call("-", typeOf(TypeKind::float_), pos, std::move(r));
     }
     return dateLeft ? b_.call("ts_datetime_add", date, pos, std::move(l), std::move(r))
@@ -242,13 +252,10 @@ public:
     r = b_.convertTo(std::move(r), t);
     switch (op) {
       case ast::BinaryOp::add:
-        return b_.call("+", t, pos, std::move(l), std::move(r));
       case ast::BinaryOp::subtract:
-        return b_.call("-", t, pos, std::move(l), std::move(r));
       case ast::BinaryOp::multiply:
-        return b_.call("*", t, pos, std::move(l), std::move(r));
       case ast::BinaryOp::divide:
-        return b_.call("ts_fdiv", t, pos, std::move(l), std::move(r));
+        return b_.call(std::string("ts_f") + suffix(op), t, pos, std::move(l), std::move(r));
       default:
         fail(402, "The data types float and float are incompatible in the modulo operator.", pos);
     }
@@ -314,6 +321,8 @@ public:
     e->pos = c.pos;
     std::vector<BoundPtr> conditions, results;
     for (const auto& w : c.whens) {
+      std::optional<Branch> later;  // only the first condition is always evaluated
+      if (!conditions.empty()) later.emplace(b_.branches_);
       if (c.input) {
         auto input = b_.value(*c.input, scope_);
         auto with = b_.value(*w.condition, scope_);
@@ -321,8 +330,10 @@ public:
       } else {
         conditions.push_back(b_.condition(*w.condition, scope_));
       }
+      if (!later) later.emplace(b_.branches_);
       results.push_back(b_.value(*w.result, scope_));
     }
+    const Branch branch(b_.branches_);
     if (c.otherwise) results.push_back(b_.value(*c.otherwise, scope_));
     SqlType t;
     bool nullable = !c.otherwise;
@@ -344,12 +355,7 @@ public:
     auto e = std::make_unique<BoundExpr>();
     e->op = BoundOp::scalar;
     e->pos = s.pos;
-    e->select = b_.select(*s.select, &scope_);
-    if (e->select->items.size() != 1)
-      fail(116,
-           "Only one expression can be specified in the select list when the subquery is not introduced with "
-           "EXISTS.",
-           s.pos);
+    e->select = b_.oneColumn(*s.select, scope_, s.pos);
     e->type = e->select->items[0].expr->type;
     return e;
   }
@@ -418,126 +424,6 @@ BoundPtr Binder::value(const ast::Expr& e, Scope& scope) {
       throwSyntax("*", e.pos);
     default:
       throwSyntax("condition", e.pos);
-  }
-}
-
-BoundPtr Binder::condition(const ast::Expr& e, Scope& scope) {
-  auto make = [&](BoundOp op) {
-    auto r = std::make_unique<BoundExpr>();
-    r->op = op;
-    r->pos = e.pos;
-    r->type = typeOf(TypeKind::bit);
-    return r;
-  };
-  switch (e.kind) {
-    case ExprKind::comparison: {
-      const auto& c = static_cast<const ast::Comparison&>(e);
-      auto l = value(*c.left, scope);
-      auto r = value(*c.right, scope);
-      return comparison(c.op, std::move(l), std::move(r), c.pos);
-    }
-    case ExprKind::logical: {
-      const auto& l = static_cast<const ast::Logical&>(e);
-      auto r = make(l.isAnd ? BoundOp::and_ : BoundOp::or_);
-      r->args.push_back(condition(*l.left, scope));
-      r->args.push_back(condition(*l.right, scope));
-      return r;
-    }
-    case ExprKind::negation: {
-      auto r = make(BoundOp::not_);
-      r->args.push_back(condition(*static_cast<const ast::Negation&>(e).operand, scope));
-      return r;
-    }
-    case ExprKind::isNull: {
-      const auto& n = static_cast<const ast::IsNull&>(e);
-      auto r = make(BoundOp::isNull);
-      r->negated = n.negated;
-      r->args.push_back(value(*n.operand, scope));
-      return r;
-    }
-    case ExprKind::inList: {
-      // x in (a, b) is x=a or x=b: each item compares by its own pair of types.
-      const auto& in = static_cast<const ast::InList&>(e);
-      auto r = make(BoundOp::inList);
-      r->negated = in.negated;
-      auto x = value(*in.operand, scope);
-      SqlType t = x->type;
-      std::vector<BoundPtr> items;
-      for (const auto& i : in.items) {
-        items.push_back(value(*i, scope));
-        t = common(t, items.back()->type, e.pos);
-      }
-      r->args.push_back(convertTo(std::move(x), t));
-      for (auto& i : items) r->args.push_back(convertTo(std::move(i), t));
-      return r;
-    }
-    case ExprKind::inSelect: {
-      const auto& in = static_cast<const ast::InSelect&>(e);
-      auto r = make(BoundOp::inSelect);
-      r->negated = in.negated;
-      auto x = value(*in.operand, scope);
-      r->select = select(*in.select, &scope);
-      if (r->select->items.size() != 1)
-        fail(116,
-             "Only one expression can be specified in the select list when the subquery is not introduced with "
-             "EXISTS.",
-             e.pos);
-      const SqlType t = common(x->type, r->select->items[0].expr->type, e.pos);
-      r->args.push_back(convertTo(std::move(x), t));
-      for (auto* s = r->select.get(); s; s = s->next.get())
-        s->items[0].expr = convertTo(std::move(s->items[0].expr), t);
-      return r;
-    }
-    case ExprKind::between: {
-      const auto& b = static_cast<const ast::Between&>(e);
-      auto both = make(BoundOp::and_);
-      auto low = comparison(ast::CompareOp::greaterEqual, value(*b.operand, scope), value(*b.low, scope), e.pos);
-      auto high = comparison(ast::CompareOp::lessEqual, value(*b.operand, scope), value(*b.high, scope), e.pos);
-      both->args.push_back(std::move(low));
-      both->args.push_back(std::move(high));
-      if (!b.negated) return both;
-      auto r = make(BoundOp::not_);
-      r->args.push_back(std::move(both));
-      return r;
-    }
-    case ExprKind::like: {
-      const auto& l = static_cast<const ast::Like&>(e);
-      auto r = make(BoundOp::like);
-      r->negated = l.negated;
-      for (const ast::Expr* part : {l.operand.get(), l.pattern.get(), l.escape.get()}) {
-        if (!part) continue;
-        auto x = value(*part, scope);
-        if (!isText(x->type.kind) && x->op != BoundOp::null) {
-          if (isBinary(x->type.kind))
-            fail(8116, "Argument data type " + x->type.baseName() + " is invalid for argument 1 of like function.",
-                 e.pos);
-          x = convertTo(std::move(x), typeOf(TypeKind::nvarchar, 4000));
-        }
-        r->args.push_back(std::move(x));
-      }
-      return r;
-    }
-    case ExprKind::exists: {
-      auto r = make(BoundOp::exists);
-      r->select = select(*static_cast<const ast::Exists&>(e).select, &scope);
-      return r;
-    }
-    case ExprKind::quantified: {
-      const auto& q = static_cast<const ast::Quantified&>(e);
-      // x op any (select y) is: there is a y with x op y. x op all (select y): there is none with not (x op y).
-      if (q.op == ast::CompareOp::equal && q.quantifier == ast::Quantifier::any) {
-        auto r = make(BoundOp::inSelect);
-        auto x = value(*q.left, scope);
-        r->select = select(*q.select, &scope);
-        const SqlType t = common(x->type, r->select->items.at(0).expr->type, e.pos);
-        r->args.push_back(convertTo(std::move(x), t));
-        r->select->items[0].expr = convertTo(std::move(r->select->items[0].expr), t);
-        return r;
-      }
-      throwUnsupported("a comparison with ANY or ALL", e.pos);
-    }
-    default:
-      fail(4145, "An expression of non-boolean type specified in a context where a condition is expected.", e.pos);
   }
 }
 

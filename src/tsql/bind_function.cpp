@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 
 #include "tsql/binder_impl.h"
 
@@ -129,16 +130,25 @@ BoundPtr isNumericText(const Call& c) {
 }
 
 BoundPtr quoteName(const Call& c) {
-  return c.b.call("ts_quotename", typeOf(TypeKind::nvarchar, 258), c.f.pos, c.asText(0));
+  auto e = c.b.call("ts_quotename", typeOf(TypeKind::nvarchar, 258), c.f.pos);
+  for (std::size_t i = 0; i < c.count(); ++i) e->args.push_back(c.asText(i));
+  return e;
+}
+
+// An argument that is evaluated only if the ones before it are Null.
+BoundPtr later(const Call& c, std::size_t i) {
+  const Branch branch(c.b.branches_);
+  return c.value(i);
 }
 
 // isnull takes the type of its first argument, and cuts the second to it.
 BoundPtr isNull(const Call& c) {
   auto a = c.value(0);
-  auto x = c.value(1);
+  auto x = later(c, 1);
   const SqlType t = a->op == BoundOp::null ? x->type : a->type;
   const bool nullable = a->nullable && x->nullable;
   a = c.b.convertTo(std::move(a), t);
+  const Branch branch(c.b.branches_);
   x = c.b.castTo(std::move(x), t);
   auto e = c.b.call("ifnull", t, c.f.pos, std::move(a), std::move(x));
   e->nullable = nullable;
@@ -150,7 +160,7 @@ BoundPtr coalesce(const Call& c) {
   SqlType t;
   bool nullable = true;
   for (std::size_t i = 0; i < c.count(); ++i) {
-    values.push_back(c.value(i));
+    values.push_back(i ? later(c, i) : c.value(i));
     t = c.b.common(t, values.back()->type, c.f.pos);
     nullable = nullable && values.back()->nullable;
   }
@@ -158,7 +168,9 @@ BoundPtr coalesce(const Call& c) {
     fail(4127, "At least one of the arguments to COALESCE must be an expression that is not the NULL constant.",
          c.f.pos);
   auto e = c.b.call("coalesce", t, c.f.pos);
-  for (auto& v : values) e->args.push_back(c.b.convertTo(std::move(v), t));
+  e->args.push_back(c.b.convertTo(std::move(values[0]), t));
+  const Branch branch(c.b.branches_);
+  for (std::size_t i = 1; i < values.size(); ++i) e->args.push_back(c.b.convertTo(std::move(values[i]), t));
   e->nullable = nullable;
   return e;
 }
@@ -197,14 +209,29 @@ BoundPtr round(const Call& c) {
   return e;
 }
 
-BoundPtr floats(const Call& c) {  // power, sqrt
+BoundPtr floats(const Call& c) {  // sqrt, square, exp, log, log10, pi
   auto e = c.b.call("ts_" + c.name, floatType, c.f.pos);
   for (std::size_t i = 0; i < c.count(); ++i) e->args.push_back(c.b.convertTo(c.value(i), floatType));
   return e;
 }
 
+// The result of power has the type of its base: power(2, -1) is 0.
+BoundPtr power(const Call& c) {
+  auto x = c.value(0);
+  const SqlType t = x->type;
+  auto e = c.b.call("ts_power", floatType, c.f.pos, c.b.convertTo(std::move(x), floatType),
+                    c.b.convertTo(c.value(1), floatType));
+  if (!isExactInteger(t.kind) && t.kind != TypeKind::decimal && !isMoney(t.kind)) return e;
+  return c.b.convertTo(std::move(e), t.kind == TypeKind::decimal ? decimalType(38, t.scale) : t);
+}
+
+BoundPtr isDateText(const Call& c) {
+  return c.b.call("ts_isdate", intType, c.f.pos, c.asText(0));
+}
+
 // ------------------------------------------------------------------------------------------------ dates
-int datePart(const ast::Expr& e) {
+int datePart(const Call& c) {
+  const ast::Expr& e = c.arg(0);
   static const std::map<std::string, int, std::less<>> parts = {
       {"year", 1},    {"yy", 1},      {"yyyy", 1}, {"quarter", 2},   {"qq", 2},           {"q", 2},
       {"month", 3},   {"mm", 3},      {"m", 3},    {"dayofyear", 4}, {"dy", 4},           {"y", 4},
@@ -216,9 +243,10 @@ int datePart(const ast::Expr& e) {
     std::transform(word.begin(), word.end(), word.begin(),
                    [](unsigned char ch) { return static_cast<char>(std::tolower(ch)); });
     if (const auto it = parts.find(word); it != parts.end()) return it->second;
-    fail(155, "'" + static_cast<const ast::Column&>(e).name.last() + "' is not a recognized datepart option.", e.pos);
+    fail(155, "'" + static_cast<const ast::Column&>(e).name.last() + "' is not a recognized " + c.name + " option.",
+         e.pos, 15);
   }
-  fail(1023, "Invalid parameter 1 specified for datepart.", e.pos);
+  fail(1023, "Invalid parameter 1 specified for " + c.name + ".", e.pos, 15);
 }
 
 BoundPtr asDate(const Call& c, std::size_t i) {
@@ -231,21 +259,21 @@ BoundPtr yearMonthDay(const Call& c) {
 }
 
 BoundPtr partOfDate(const Call& c) {
-  const int part = datePart(c.arg(0));
+  const int part = datePart(c);
   const bool name = c.name == "datename";
   return nullableFrom(c.b.call("ts_" + c.name, name ? typeOf(TypeKind::nvarchar, 30) : intType, c.f.pos,
                                c.b.constant(part), asDate(c, 1)));
 }
 
 BoundPtr dateAdd(const Call& c) {
-  const int part = datePart(c.arg(0));
+  const int part = datePart(c);
   auto n = c.asInt(1);
   auto d = asDate(c, 2);
   return nullableFrom(c.b.call("ts_dateadd", dateType, c.f.pos, c.b.constant(part), std::move(n), std::move(d)));
 }
 
 BoundPtr dateDiff(const Call& c) {
-  const int part = datePart(c.arg(0));
+  const int part = datePart(c);
   auto a = asDate(c, 1);
   auto x = asDate(c, 2);
   return nullableFrom(c.b.call("ts_datediff", intType, c.f.pos, c.b.constant(part), std::move(a), std::move(x)));
@@ -282,7 +310,8 @@ BoundPtr session(const Call& c) {
       {"scope_identity", decimalType(38, 0)},           {"db_name", typeOf(TypeKind::nvarchar, 128)},
       {"user_name", typeOf(TypeKind::nvarchar, 128)},   {"user", typeOf(TypeKind::nvarchar, 128)},
       {"system_user", typeOf(TypeKind::nvarchar, 128)}, {"suser_sname", typeOf(TypeKind::nvarchar, 128)},
-      {"host_name", typeOf(TypeKind::nvarchar, 128)}};
+      {"host_name", typeOf(TypeKind::nvarchar, 128)},   {"current_user", typeOf(TypeKind::nvarchar, 128)},
+      {"session_user", typeOf(TypeKind::nvarchar, 128)}};
   return c.b.call("ts_session", types.at(c.name), c.f.pos, [&] {
     auto e = std::make_unique<BoundExpr>();
     e->op = BoundOp::integer;
@@ -291,8 +320,32 @@ BoundPtr session(const Call& c) {
   }());
 }
 
-BoundPtr identCurrent(const Call& c) {
-  return c.b.call("ts_ident_current", decimalType(38, 0), c.f.pos, c.asText(0));
+BoundPtr aboutIdentity(const Call& c) {  // ident_current, ident_seed, ident_incr
+  return c.b.call("ts_" + c.name, decimalType(38, 0), c.f.pos, c.asText(0));
+}
+
+BoundPtr databaseName(const Call& c) {
+  if (c.count() == 0) return session(c);
+  return c.b.call("ts_db_name", typeOf(TypeKind::nvarchar, 128), c.f.pos, c.asInt(0));
+}
+
+BoundPtr columnProperty(const Call& c) {
+  auto id = c.asInt(0);
+  auto column = c.asText(1);
+  auto property = c.asText(2);
+  return c.b.call("ts_columnproperty", intType, c.f.pos, std::move(id), std::move(column), std::move(property));
+}
+
+BoundPtr columnLength(const Call& c) {
+  auto table = c.asText(0);
+  auto column = c.asText(1);
+  return c.b.call("ts_col_length", typeOf(TypeKind::smallint), c.f.pos, std::move(table), std::move(column));
+}
+
+BoundPtr columnNameOf(const Call& c) {
+  auto id = c.asInt(0);
+  auto number = c.asInt(1);
+  return c.b.call("ts_col_name", typeOf(TypeKind::nvarchar, 128), c.f.pos, std::move(id), std::move(number));
 }
 
 BoundPtr databaseId(const Call& c) {
@@ -377,11 +430,24 @@ const std::map<std::string, Entry, std::less<>>& functions() {
                                                                     {"datepart", {2, 2, partOfDate}},
                                                                     {"day", {1, 1, yearMonthDay}},
                                                                     {"db_id", {0, 1, databaseId}},
-                                                                    {"db_name", {0, 0, session}},
+                                                                    {"db_name", {0, 1, databaseName}},
                                                                     {"floor", {1, 1, numberToSame}},
                                                                     {"getdate", {0, 0, now}},
                                                                     {"host_name", {0, 0, session}},
-                                                                    {"ident_current", {1, 1, identCurrent}},
+                                                                    {"ident_current", {1, 1, aboutIdentity}},
+                                                                    {"ident_incr", {1, 1, aboutIdentity}},
+                                                                    {"ident_seed", {1, 1, aboutIdentity}},
+                                                                    {"isdate", {1, 1, isDateText}},
+                                                                    {"exp", {1, 1, floats}},
+                                                                    {"log", {1, 1, floats}},
+                                                                    {"log10", {1, 1, floats}},
+                                                                    {"pi", {0, 0, floats}},
+                                                                    {"square", {1, 1, floats}},
+                                                                    {"columnproperty", {3, 3, columnProperty}},
+                                                                    {"col_length", {2, 2, columnLength}},
+                                                                    {"col_name", {2, 2, columnNameOf}},
+                                                                    {"current_user", {0, 0, session}},
+                                                                    {"session_user", {0, 0, session}},
                                                                     {"isnull", {2, 2, isNull}},
                                                                     {"isnumeric", {1, 1, isNumericText}},
                                                                     {"left", {2, 2, textAndInt}},
@@ -398,8 +464,8 @@ const std::map<std::string, Entry, std::less<>>& functions() {
                                                                     {"object_name", {1, 1, objectName}},
                                                                     {"objectproperty", {2, 2, objectProperty}},
                                                                     {"patindex", {2, 2, patIndex}},
-                                                                    {"power", {2, 2, floats}},
-                                                                    {"quotename", {1, 1, quoteName}},
+                                                                    {"power", {2, 2, power}},
+                                                                    {"quotename", {1, 2, quoteName}},
                                                                     {"replace", {3, 3, longText}},
                                                                     {"replicate", {2, 2, longText}},
                                                                     {"reverse", {1, 1, textToText}},
@@ -424,6 +490,86 @@ const std::map<std::string, Entry, std::less<>>& functions() {
   return entries;
 }
 
+// Functions that the server has and this one has not: refused as what they are.
+bool isOtherFunction(const std::string& name) {
+  static const std::set<std::string, std::less<>> names = {"acos",
+                                                           "app_name",
+                                                           "asin",
+                                                           "atan",
+                                                           "atn2",
+                                                           "binary_checksum",
+                                                           "checksum",
+                                                           "checksum_agg",
+                                                           "columns_updated",
+                                                           "connectionproperty",
+                                                           "cos",
+                                                           "cot",
+                                                           "cursor_status",
+                                                           "databaseproperty",
+                                                           "databasepropertyex",
+                                                           "degrees",
+                                                           "dense_rank",
+                                                           "difference",
+                                                           "error_line",
+                                                           "error_message",
+                                                           "error_number",
+                                                           "error_procedure",
+                                                           "error_severity",
+                                                           "error_state",
+                                                           "file_id",
+                                                           "file_name",
+                                                           "filegroup_id",
+                                                           "filegroup_name",
+                                                           "formatmessage",
+                                                           "getansinull",
+                                                           "getutcdate",
+                                                           "grouping",
+                                                           "has_dbaccess",
+                                                           "host_id",
+                                                           "identity",
+                                                           "index_col",
+                                                           "indexkey_property",
+                                                           "indexproperty",
+                                                           "is_member",
+                                                           "is_srvrolemember",
+                                                           "newsequentialid",
+                                                           "ntile",
+                                                           "object_definition",
+                                                           "object_schema_name",
+                                                           "parsename",
+                                                           "permissions",
+                                                           "radians",
+                                                           "rand",
+                                                           "rank",
+                                                           "row_number",
+                                                           "schema_id",
+                                                           "schema_name",
+                                                           "serverproperty",
+                                                           "sin",
+                                                           "soundex",
+                                                           "sql_variant_property",
+                                                           "stats_date",
+                                                           "stdev",
+                                                           "stdevp",
+                                                           "suser_id",
+                                                           "suser_name",
+                                                           "suser_sid",
+                                                           "sysdatetime",
+                                                           "sysutcdatetime",
+                                                           "tan",
+                                                           "textptr",
+                                                           "textvalid",
+                                                           "trigger_nestlevel",
+                                                           "type_id",
+                                                           "type_name",
+                                                           "typeproperty",
+                                                           "user_id",
+                                                           "var",
+                                                           "varp",
+                                                           "xact_state"};
+  return names.contains(name);
+}
+
 }  // namespace
 
 BoundPtr Binder::function(const ast::Function& f, Scope& scope) {
@@ -431,6 +577,7 @@ BoundPtr Binder::function(const ast::Function& f, Scope& scope) {
   std::transform(name.begin(), name.end(), name.begin(),
                  [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
   const auto it = functions().find(name);
+  if (it == functions().end() && isOtherFunction(name)) throwUnsupported("the function " + name, f.pos);
   if (it == functions().end()) fail(195, "'" + f.name + "' is not a recognized built-in function name.", f.pos, 15);
   const auto& entry = it->second;
   const int n = static_cast<int>(f.arguments.size());

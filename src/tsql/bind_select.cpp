@@ -77,6 +77,10 @@ private:
       }
       BoundItem item;
       item.expr = b_.value(*i.expr, scope_);
+      if (!i.variable.empty()) {
+        item.expr = b_.castTo(std::move(item.expr), b_.variableType(i.variable, i.pos));
+        b_.assigned_.push_back(i.variable);
+      }
       item.name = i.alias;
       if (item.name.empty() && i.expr->kind == ExprKind::column)
         item.name = item.expr->op == BoundOp::column ? columnName(*item.expr) : "";
@@ -116,19 +120,31 @@ private:
   }
 
   void top(const ast::Select& s) {
-    if (s.topPercent) throwUnsupported("TOP n PERCENT", s.pos);
-    if (s.topWithTies) throwUnsupported("TOP n WITH TIES", s.pos);
+    if (s.topWithTies && s.next) throwUnsupported("TOP n WITH TIES in a UNION, INTERSECT or EXCEPT", s.pos);
     Scope none;
     none.aggregatesAllowed = false;
+    out_.topPercent = s.topPercent;
+    out_.topWithTies = s.topWithTies;
+    if (s.topPercent) {
+      out_.top = b_.convertTo(b_.value(*s.top, none), typeOf(TypeKind::float_));
+      return;
+    }
     if (s.top->kind == ExprKind::literal) {
       const int ordinal = static_cast<const ast::Literal&>(*s.top).ordinal;
       const auto& v = b_.tokens_.literals[static_cast<std::size_t>(ordinal)].value;
-      if (std::holds_alternative<std::int64_t>(v) && std::get<std::int64_t>(v) == 1) {
+      if (std::holds_alternative<std::int64_t>(v) && std::get<std::int64_t>(v) == 1 && !s.topWithTies) {
         b_.pin(ordinal);
         out_.singleRow = true;
       }
     }
-    out_.top = b_.convertTo(b_.value(*s.top, none), typeOf(TypeKind::bigint));
+    auto rows = b_.value(*s.top, none);
+    const TypeKind k = rows->type.kind;  // none yet for a parameter
+    if (k != TypeKind::null && !isExactInteger(k) && !(k == TypeKind::decimal && rows->type.scale == 0))
+      fail(1060, "The number of rows provided for a TOP clause row count parameter must be an integer.", s.top->pos,
+           15);
+    out_.top = b_.convertTo(std::move(rows), typeOf(TypeKind::bigint));
+    if (s.top->kind != ExprKind::literal)  // a literal is never below zero
+      out_.top = b_.call("ts_top", typeOf(TypeKind::bigint), s.top->pos, std::move(out_.top));
   }
 
   // order by a name of the select list, or by its number: the position; -1 for anything else.
@@ -165,7 +181,7 @@ private:
   int itemLike(const BoundExpr& e, SourcePos pos) {
     for (std::size_t i = 0; i < out_.items.size(); ++i)
       if (b_.same(*out_.items[i].expr, e)) return static_cast<int>(i);
-    fail(145, "ORDER BY items must appear in the select list if SELECT DISTINCT is specified.", pos);
+    fail(145, "ORDER BY items must appear in the select list if SELECT DISTINCT is specified.", pos, 15);
   }
 
   void check(const BoundExpr& e, int number, const char* where, const std::string&) {
@@ -221,12 +237,20 @@ std::unique_ptr<BoundSource> Binder::source(const ast::Source& s, Scope& scope) 
       r->id = nextSource_++;
       r->exposedName = d.alias;
       r->hasAlias = true;
+      if (!d.columnAliases.empty() && d.columnAliases.size() != r->derived->items.size()) {
+        const bool few = d.columnAliases.size() < r->derived->items.size();
+        fail(few ? 8158 : 8159,
+             "'" + d.alias + "' has " + (few ? "more" : "fewer") + " columns than were specified in the column list.",
+             s.pos);
+      }
       for (std::size_t i = 0; i < r->derived->items.size(); ++i) {
         const auto& item = r->derived->items[i];
         ColumnDef c;
         c.name = i < d.columnAliases.size() ? d.columnAliases[i] : item.name;
         if (c.name.empty())
           fail(8155, "No column was specified for column " + std::to_string(i + 1) + " of '" + d.alias + "'.", s.pos);
+        if (std::any_of(r->columns.begin(), r->columns.end(), [&](const auto& x) { return sameName(x.name, c.name); }))
+          fail(8156, "The column '" + c.name + "' was specified multiple times for '" + d.alias + "'.", s.pos);
         c.type = item.expr->type.kind == TypeKind::null ? typeOf(TypeKind::integer) : item.expr->type;
         c.nullable = item.expr->nullable;
         r->columns.push_back(std::move(c));
@@ -267,7 +291,10 @@ void Binder::sources(const std::vector<ast::SourcePtr>& from, BoundSelect& out, 
       const bool sameObject =
           !a.hasAlias && !b.hasAlias && a.table && b.table && !sameName(a.table->database, b.table->database);
       if (sameName(a.exposedName, b.exposedName) && !sameObject)
-        fail(a.hasAlias || b.hasAlias ? 1011 : 1013,
+        if (a.hasAlias && b.hasAlias)
+          fail(1011, "The correlation name '" + a.exposedName + "' is specified multiple times in a FROM clause.", {});
+      if (sameName(a.exposedName, b.exposedName) && !sameObject)
+        fail(1013,
              "The objects \"" + a.exposedName + "\" and \"" + b.exposedName +
                  "\" in the FROM clause have the same exposed names. Use correlation names to distinguish them.",
              {});
@@ -289,8 +316,6 @@ std::unique_ptr<BoundSelect> Binder::select(const ast::Select& s, Scope* outer) 
 
   // A union: every column has the highest type of its operands.
   out->op = s.op;
-  if (s.op == ast::SetOperation::except || s.op == ast::SetOperation::intersect)
-    throwUnsupported(s.op == ast::SetOperation::except ? "EXCEPT" : "INTERSECT", s.next->pos);
   out->next = select(*s.next, outer);
   out->singleRow = false;
   if (out->items.size() != out->next->items.size())

@@ -36,10 +36,6 @@ std::string spelled(const ast::Name& n) {
   return s;
 }
 
-[[noreturn]] void notBound(const ast::Name& n) {
-  fail(4104, "The multi-part identifier \"" + spelled(n) + "\" could not be bound.", n.pos);
-}
-
 // Does the qualifier of a column (all parts but the last) mean this source?
 bool means(const ast::Name& n, const BoundSource& s, const std::string& currentDatabase) {
   const std::size_t q = n.parts.size() - 1;
@@ -54,6 +50,10 @@ bool means(const ast::Name& n, const BoundSource& s, const std::string& currentD
 }
 
 }  // namespace
+
+void Binder::notBound(const ast::Name& n) const {
+  fail(4104, "The multi-part identifier \"" + spelled(n) + "\" could not be bound.", n.pos);
+}
 
 const TableDef& Binder::table(const ast::Name& name) {
   const TableDef* t = catalog_.table(name);
@@ -148,6 +148,14 @@ BoundPtr Binder::columnOf(const BoundSource& s, int index, SourcePos pos) const 
 
 BoundPtr Binder::column(const ast::Column& c, Scope& scope) {
   const std::string& name = c.name.last();
+  if (inValues_ && !scope.outer && scope.leaves.empty()) {
+    if (c.name.parts.size() > 1) notBound(c.name);
+    fail(128,
+         "The name \"" + name +
+             "\" is not permitted in this context. Valid expressions are constants, constant expressions, and (in some "
+             "contexts) variables. Column names are not permitted.",
+         c.pos, 15);
+  }
   auto find = [&](const BoundSource& s) {
     for (std::size_t i = 0; i < s.columns.size(); ++i)
       if (sameName(s.columns[i].name, name)) return static_cast<int>(i);
@@ -173,6 +181,13 @@ BoundPtr Binder::column(const ast::Column& c, Scope& scope) {
   fail(207, "Invalid column name '" + name + "'.", c.pos);
 }
 
+SqlType Binder::variableType(const std::string& name, SourcePos pos) {
+  const auto type = catalog_.variable(name);
+  if (!type) fail(137, "Must declare the scalar variable \"" + name + "\".", pos, 15);
+  if (name.rfind("@@", 0) != 0) out_.variables.emplace_back(name, *type);
+  return *type;
+}
+
 void Binder::note(std::vector<const TableDef*>& list, const TableDef* t) const {
   if (t && std::find(list.begin(), list.end(), t) == list.end()) list.push_back(t);
 }
@@ -184,6 +199,14 @@ BoundStatement Binder::finish() {
 BoundStatement bindSelect(const ast::Select& select, const TokenStream& tokens, Catalog& catalog) {
   Binder b(tokens, catalog);
   b.exactLiterals_ = select.into.has_value();
+  const auto assigns = [](const ast::SelectItem& i) { return !i.variable.empty(); };
+  if (std::any_of(select.items.begin(), select.items.end(), assigns)) {
+    if (!std::all_of(select.items.begin(), select.items.end(), assigns) || select.next || select.into)
+      fail(141,
+           "A SELECT statement that assigns a value to a variable must not be combined with data-retrieval operations.",
+           select.pos, 15);
+    b.rowByRow_ = !select.from.empty();
+  }
   b.out_.select = b.select(select, nullptr);
   return b.finish();
 }
@@ -205,13 +228,15 @@ BoundStatement bindCondition(const ast::Expr& condition, const TokenStream& toke
   return b.finish();
 }
 
-BoundStatement bindScalar(const ast::Expr& expr, const TokenStream& tokens, Catalog& catalog, SqlType type) {
+BoundStatement bindScalar(const ast::Expr& expr, const TokenStream& tokens, Catalog& catalog, SqlType type,
+                          Assigned assigned) {
   Binder b(tokens, catalog);
   Scope scope;
   scope.aggregatesAllowed = false;
   auto result = std::make_unique<BoundSelect>();
   auto v = b.value(expr, scope);
-  if (type.kind != TypeKind::null) v = b.convertTo(std::move(v), type, true);
+  if (type.kind != TypeKind::null)
+    v = assigned == Assigned::column ? b.convertTo(std::move(v), type, true) : b.castTo(std::move(v), type);
   result->items.push_back({std::move(v), "", false});
   b.out_.select = std::move(result);
   return b.finish();

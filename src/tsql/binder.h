@@ -19,8 +19,11 @@ struct BindOptions {
 BoundStatement bindSelect(const ast::Select& select, const TokenStream& tokens, Catalog& catalog);
 // The condition of an if: a select of one item, 1 or 0.
 BoundStatement bindCondition(const ast::Expr& condition, const TokenStream& tokens, Catalog& catalog);
-// A scalar expression without tables: a select of one item converted to `type` (kind null: as it is).
-BoundStatement bindScalar(const ast::Expr& expr, const TokenStream& tokens, Catalog& catalog, SqlType type);
+// A scalar expression without tables: a select of one item converted to `type` (kind null: as it is), as an assignment
+// to a column, where a text too long is a failure, or to a variable, where it is cut.
+enum class Assigned { column, variable };
+BoundStatement bindScalar(const ast::Expr& expr, const TokenStream& tokens, Catalog& catalog, SqlType type,
+                          Assigned assigned = Assigned::column);
 BoundStatement bindInsert(const ast::Insert& insert, const TokenStream& tokens, Catalog& catalog,
                           const BindOptions& options);
 BoundStatement bindUpdate(const ast::Update& update, const TokenStream& tokens, Catalog& catalog);

@@ -19,6 +19,18 @@ struct Scope {
   int aggregateDepth = 0;
 };
 
+// While it lives, what is bound may never be reached.
+class Branch {
+public:
+  explicit Branch(int& depth) : depth_(depth) { ++depth_; }
+  ~Branch() { --depth_; }
+  Branch(const Branch&) = delete;
+  Branch& operator=(const Branch&) = delete;
+
+private:
+  int& depth_;
+};
+
 class Binder {
 public:
   Binder(const TokenStream& tokens, Catalog& catalog) : tokens_(tokens), catalog_(catalog) {}
@@ -40,11 +52,14 @@ public:
   BoundPtr convertTo(BoundPtr e, const SqlType& type, bool store = false);
   BoundPtr castTo(BoundPtr e, const SqlType& type);  // as the statement asks for it: a text too long is cut
   BoundPtr comparison(ast::CompareOp op, BoundPtr l, BoundPtr r, SourcePos pos);
+  std::unique_ptr<BoundSelect> oneColumn(const ast::Select& s, Scope& scope, SourcePos pos);  // 116 for more
+  BoundPtr quantified(const ast::Quantified& q, Scope& scope);
   SqlType common(const SqlType& a, const SqlType& b, SourcePos pos) const;
   SqlType typeFromName(const ast::TypeName& t, int defaultLength) const;
 
   // Names
   BoundPtr column(const ast::Column& c, Scope& scope);
+  [[noreturn]] void notBound(const ast::Name& name) const;  // 4104
   const TableDef& table(const ast::Name& name);
   std::unique_ptr<BoundSource> tableSource(const TableDef& t, const std::string& alias);
 
@@ -62,6 +77,7 @@ public:
   void pin(int literal);
   BoundPtr columnOf(const BoundSource& s, int index, SourcePos pos) const;
 
+  SqlType variableType(const std::string& name, SourcePos pos);
   void note(std::vector<const TableDef*>& list, const TableDef* t) const;
   BoundStatement finish();
 
@@ -72,6 +88,13 @@ public:
   // Types of text literals with their own lengths. Otherwise they count as long as can be, since the plan is used again
   // for other literals.
   bool exactLiterals_ = false;
+  // Inside what may never be reached (a branch of case, a later argument of coalesce): literals are converted there,
+  // not before the statement runs.
+  int branches_ = 0;
+  // The selection assigns variables row by row: reading one means its value of that moment.
+  bool rowByRow_ = false;
+  std::vector<std::string> assigned_;          // by the items of such a selection so far
+  bool inValues_ = false;                      // a row of values: no columns
   const TableDef* definitionTable_ = nullptr;  // binding a check or computed column
 };
 

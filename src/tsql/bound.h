@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tsql/ast.h"
@@ -48,7 +49,8 @@ enum class BoundOp {
   between,     // negated
   like,        // negated; args: operand, pattern [, escape]
   exists,      // select
-  quantified,  // compareOp, negated = all, select
+  quantified,  // args[0]: a comparison with the column c0 of source number `column`, whose rows `select` are; true for
+               // any of them, or, negated, for none
   caseWhen,    // args: condition, result, condition, result, ... [, else]; negated = has else
   scalar,      // select
   aggregate,   // text: sum, min, max, count, avg; distinct
@@ -105,6 +107,7 @@ struct BoundOrder {
 struct BoundSelect {
   bool distinct = false;
   BoundPtr top;
+  bool topPercent = false, topWithTies = false;
   std::vector<BoundItem> items;
   std::vector<std::unique_ptr<BoundSource>> from;
   BoundPtr where;
@@ -157,6 +160,7 @@ struct BoundStatement {
   std::unique_ptr<BoundDelete> delete_;
   std::vector<Slot> slots;
   std::vector<Pin> pins;
+  std::vector<std::pair<std::string, SqlType>> variables;  // the types that the statement was bound with
   std::vector<const TableDef*> reads, writes;
 };
 

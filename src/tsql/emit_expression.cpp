@@ -99,8 +99,10 @@ void Emitter::expr(const BoundExpr& e) {
     case BoundOp::countStar:
       add("count(*)");
       break;
-    case BoundOp::between:
     case BoundOp::quantified:
+      quantified(e);
+      break;
+    case BoundOp::between:
       throwUnsupported("this condition", e.pos);
   }
 }
@@ -241,6 +243,21 @@ void Emitter::like(const BoundExpr& e) {
   add(")");
 }
 
+// True when a row compares true, else unknown when one compares unknown, else false.
+void Emitter::quantified(const BoundExpr& e) {
+  add(e.negated ? "(NOT CASE" : "(CASE");
+  for (const bool unknown : {false, true}) {
+    add(" WHEN EXISTS(SELECT 1 FROM (");
+    select(*e.select, false);
+    add(") AS s");
+    add(static_cast<std::int64_t>(e.column));
+    add(" WHERE ");
+    expr(*e.args[0]);
+    add(unknown ? " IS NULL) THEN NULL" : ") THEN 1");
+  }
+  add(" ELSE 0 END)");
+}
+
 void Emitter::caseWhen(const BoundExpr& e) {
   add("CASE");
   const std::size_t pairs = e.args.size() / 2;
@@ -295,7 +312,9 @@ void Emitter::aggregate(const BoundExpr& e) {
     over("count");
     add(")");
   } else if (isApproximate(x.type.kind)) {
+    add("ts_fcheck(");
     over(average ? "avg" : "sum");
+    add(")");
   } else {
     add(average ? "ts_idiv(" : "ts_irange(");
     over("sum");

@@ -66,6 +66,13 @@ void Emitter::core(const BoundSelect& s, bool inUnion) {
     add(" AS c");
     add(static_cast<std::int64_t>(i));
   }
+  if (s.topPercent || s.topWithTies)
+    for (std::size_t i = 0; i < s.orderBy.size(); ++i)
+      if (s.orderBy[i].expr) {
+        add(",");
+        expr(*s.orderBy[i].expr);
+        add(" AS k" + std::to_string(i));
+      }
   fromWhere(s);
   if (!s.groupBy.empty()) {
     add(" GROUP BY ");
@@ -141,14 +148,55 @@ void Emitter::naturalOrder(const BoundSelect& s) {
   }
 }
 
+// top with percent or ties: the rows are numbered in their order, and a row's number decides.
+void Emitter::ranked(const BoundSelect& s, bool withOrder) {
+  add("SELECT ");
+  for (std::size_t i = 0; i < s.items.size(); ++i) add((i ? ",c" : "c") + std::to_string(i));
+  add(" FROM (SELECT *,");
+  add(s.topWithTies ? "rank() OVER (" : "row_number() OVER (");
+  for (std::size_t i = 0; withOrder && i < s.orderBy.size(); ++i) {
+    const auto& o = s.orderBy[i];
+    const BoundExpr& e = o.expr ? *o.expr : *s.items[static_cast<std::size_t>(o.position)].expr;
+    const std::string key = o.expr ? "k" + std::to_string(i) : "c" + std::to_string(o.position);
+    const bool wide = e.type.kind == TypeKind::decimal && e.type.precision > 18;
+    add(i ? "," : "ORDER BY ");
+    add(wide ? "ts_dkey(" + key + ")" : key);
+    if (isText(e.type.kind)) add(collate);
+    if (o.descending) add(" DESC");
+  }
+  add(") AS r,count(*) OVER () AS n FROM (");
+  core(s, false);
+  if (s.orderBy.empty()) order(s, true);
+  add(")) WHERE r<=");
+  if (s.topPercent) add("ts_percent(");
+  expr(*s.top);
+  if (s.topPercent) add(",n)");
+  add(" ORDER BY r");
+}
+
 void Emitter::limit(const BoundSelect& s) {
   if (!s.top) return;
   add(" LIMIT ");
   expr(*s.top);
 }
 
+static const char* combination(ast::SetOperation op) {
+  switch (op) {
+    case ast::SetOperation::unionAll:
+      return " UNION ALL ";
+    case ast::SetOperation::except:
+      return " EXCEPT ";
+    case ast::SetOperation::intersect:
+      return " INTERSECT ";
+    default:
+      return " UNION ";
+  }
+}
+
 void Emitter::select(const BoundSelect& s, bool natural) {
+  const auto isRanked = [](const BoundSelect& x) { return x.topPercent || x.topWithTies; };
   if (!s.next) {
+    if (isRanked(s)) return ranked(s, true);
     core(s, false);
     order(s, natural || s.top);
     limit(s);
@@ -158,13 +206,17 @@ void Emitter::select(const BoundSelect& s, bool natural) {
   for (const BoundSelect* part = &s; part; part = part->next.get()) {
     if (part->top) {
       add("SELECT * FROM (");
-      core(*part, true);
-      limit(*part);
+      if (isRanked(*part)) {
+        ranked(*part, false);
+      } else {
+        core(*part, true);
+        limit(*part);
+      }
       add(")");
     } else {
       core(*part, true);
     }
-    if (part->next) add(part->op == ast::SetOperation::unionAll ? " UNION ALL " : " UNION ");
+    if (part->next) add(combination(part->op));
   }
   order(s, false);
 }

@@ -31,6 +31,7 @@ public:
   void conversion(const BoundExpr& e, const char* function);
   void comparison(const BoundExpr& e);
   void like(const BoundExpr& e);
+  void quantified(const BoundExpr& e);
   void caseWhen(const BoundExpr& e);
   void scalar(const BoundExpr& e);
   void aggregate(const BoundExpr& e);
@@ -46,6 +47,7 @@ public:
   static std::size_t firstItemOf(const BoundSelect& s, const BoundSource& table);
   void naturalOrder(const BoundSelect& s);
   void limit(const BoundSelect& s);
+  void ranked(const BoundSelect& s, bool withOrder);
   void select(const BoundSelect& s, bool natural);
 };
 

@@ -45,9 +45,13 @@ ProcedureParameter Parser::procedureParameter() {
   if (isWord("cursor")) unsupported("a cursor");
   parameter.type = typeName();
   if (acceptMark("=")) parameter.defaultValue = constantArgument();
-  if (isWord("output") || isWord("out")) unsupported("an output parameter");
   if (isWord("varying")) unsupported("a cursor");
+  parameter.output = outputWord();
   return parameter;
+}
+
+bool Parser::outputWord() {
+  return acceptWord("output") || acceptWord("out");
 }
 
 // with recompile, encryption: nothing is kept compiled or hidden.
@@ -73,8 +77,11 @@ StatementPtr Parser::executeStatement() {
   auto execute = std::make_unique<Execute>(peek().pos);
   if (!acceptWord("exec")) acceptWord("execute");
   if (isMark("(")) unsupported("execute of a text");
-  if (peek().kind == TokenKind::variable)
-    unsupported(isMark("=", 1) ? "the return value of a procedure" : "a procedure's name in a variable");
+  if (peek().kind == TokenKind::variable) {
+    if (!isMark("=", 1)) unsupported("a procedure's name in a variable");
+    execute->returnVariable = take().text;
+    take();
+  }
   execute->name = name();
   if (isMark(";") && peek(1).kind == TokenKind::integer) unsupported("a procedure's number");
   const Token& token = peek();
@@ -98,8 +105,10 @@ ExecuteArgument Parser::executeArgument() {
     argument.name = take().text;
     take();
   }
-  argument.value = constantArgument();
-  if (isWord("output") || isWord("out")) unsupported("an output parameter");
+  if (!acceptWord("default")) argument.value = constantArgument();
+  argument.output = outputWord();
+  if (argument.output && (!argument.value || argument.value->kind != ExprKind::variable))
+    throw SqlError(179, "Cannot use the OUTPUT option when passing a constant to a stored procedure.", peek().pos, 15);
   return argument;
 }
 
@@ -107,7 +116,6 @@ ExecuteArgument Parser::executeArgument() {
 ExprPtr Parser::constantArgument() {
   const Token& token = peek();
   height = 1;
-  if (isWord("default")) unsupported("default as an argument");
   if (isMark("-") || isMark("+")) {
     const TokenKind number = peek(1).kind;
     if (number != TokenKind::integer && number != TokenKind::decimal && number != TokenKind::real &&

@@ -205,7 +205,12 @@ SelectItem Parser::selectItem() {
     if (peek().isLiteral()) fixLiteral(peek());
     return take().text;
   };
-  if (peek().kind == TokenKind::variable && isMark("=", 1)) unsupported("assignment to a variable");
+  if (peek().kind == TokenKind::variable && isMark("=", 1)) {
+    item.variable = take().text;
+    take();
+    item.expr = scalar();
+    return item;
+  }
   if ((isNamePart() || isText()) && isMark("=", 1)) {
     item.alias = alias();
     take();

@@ -151,8 +151,18 @@ private:
   ast::StatementPtr useStatement();
   ast::StatementPtr printStatement();
   ast::StatementPtr returnStatement();
-  void transactionName();
+  ast::StatementPtr whileStatement();
+  ast::StatementPtr breakStatement();
+  ast::StatementPtr continueStatement();
+  // (parse_session.cpp)
+  ast::StatementPtr saveStatement();
+  std::string transactionName();
   std::string optionValue();
+  void checkOption(const std::string& name, SourcePos where, const std::string& value) const;
+  // (parse_variable.cpp)
+  ast::StatementPtr declareStatement();
+  ast::StatementPtr setVariable(SourcePos pos);
+  ast::StatementPtr raiserrorStatement();
   // (parse_dml.cpp)
   ast::StatementPtr insertStatement();
   void valueRows(ast::Insert& insert);
@@ -201,6 +211,7 @@ private:
   ast::StatementPtr executeStatement();
   ast::ExecuteArgument executeArgument();
   ast::ExprPtr constantArgument();
+  bool outputWord();
 
   const TokenStream& stream;
   const std::vector<Token>& tokens;
@@ -210,6 +221,7 @@ private:
   int parameters = 0;
   std::vector<int> fixedLiterals;
   int sources = 0;  // tables of the present statement
+  int loops = 0;    // while statements around the present one
   int nesting = 0;
   int height = 0;               // of the expression parsed last
   int tallest = 0;              // of the expressions of the present nest

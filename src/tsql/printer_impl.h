@@ -46,6 +46,9 @@ private:
   void deletion(const ast::Delete& deletion);
   void valueOrDefault(const ast::Expr& value);
   void execute(const ast::Execute& execute);
+  void transactionName(const std::string& name);
+  void declaration(const ast::Declare& declare);
+  void raiserror(const ast::Raiserror& raiserror);
   void procedure(const ast::CreateProcedure& procedure);
   void setOption(const ast::SetOption& set);
   void names(const std::vector<ast::Name>& list);

@@ -44,6 +44,7 @@ void Printer::oneSelect(const Select& s) {
     if (s.topWithTies) put("with ties ");
   }
   commaList(s.items, [this](const SelectItem& item) {
+    if (!item.variable.empty()) put(item.variable + " = ");
     expr(*item.expr);
     if (item.alias.empty()) return;
     put(" as ");

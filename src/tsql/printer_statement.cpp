@@ -77,12 +77,33 @@ void Printer::statement(const Statement& s) {
       put("begin\n");
       statements(as<Block>(s).statements);
       return put("\nend");
+    case StatementKind::while_:
+      put("while ");
+      expr(*as<While>(s).condition);
+      out += '\n';
+      return statement(*as<While>(s).body);
+    case StatementKind::break_:
+      return put("break");
+    case StatementKind::continue_:
+      return put("continue");
     case StatementKind::beginTransaction:
-      return put("begin transaction");
+      put("begin transaction");
+      return transactionName(as<BeginTransaction>(s).name);
+    case StatementKind::saveTransaction:
+      put("save transaction");
+      return transactionName(as<SaveTransaction>(s).name);
     case StatementKind::commit:
       return put("commit transaction");
     case StatementKind::rollback:
-      return put("rollback transaction");
+      put("rollback transaction");
+      return transactionName(as<Rollback>(s).name);
+    case StatementKind::declare:
+      return declaration(as<Declare>(s));
+    case StatementKind::setVariable:
+      put("set " + as<SetVariable>(s).name + " = ");
+      return expr(*as<SetVariable>(s).value);
+    case StatementKind::raiserror:
+      return raiserror(as<Raiserror>(s));
     case StatementKind::setOption:
       return setOption(as<SetOption>(s));
     case StatementKind::createDatabase:
@@ -163,6 +184,7 @@ void Printer::deletion(const Delete& d) {
 
 void Printer::execute(const Execute& e) {
   put("execute ");
+  if (!e.returnVariable.empty()) put(e.returnVariable + " = ");
   name(e.name);
   if (!e.arguments.empty()) out += ' ';
   commaList(e.arguments, [this](const ExecuteArgument& a) {
@@ -170,8 +192,49 @@ void Printer::execute(const Execute& e) {
       put(a.name);
       put(" = ");
     }
-    expr(*a.value);
+    if (a.value)
+      expr(*a.value);
+    else
+      put("default");
+    if (a.output) put(" output");
   });
+}
+
+void Printer::transactionName(const std::string& word) {
+  if (word.empty()) return;
+  out += ' ';
+  identifier(word);
+}
+
+void Printer::declaration(const Declare& d) {
+  put("declare ");
+  commaList(d.variables, [this](const Declaration& v) {
+    put(v.name + " ");
+    type(v.type);
+    if (!v.value) return;
+    put(" = ");
+    expr(*v.value);
+  });
+}
+
+void Printer::raiserror(const Raiserror& r) {
+  if (!r.severity) {
+    put("raiserror ");
+    expr(*r.state);
+    out += ' ';
+    return expr(*r.message);
+  }
+  put("raiserror (");
+  expr(*r.message);
+  for (const Expr* e : {r.severity.get(), r.state.get()}) {
+    put(", ");
+    expr(*e);
+  }
+  for (const ExprPtr& e : r.arguments) {
+    put(", ");
+    expr(*e);
+  }
+  put(")");
 }
 
 void Printer::procedure(const CreateProcedure& p) {
@@ -183,9 +246,11 @@ void Printer::procedure(const CreateProcedure& p) {
       put(parameter.name);
       out += ' ';
       type(parameter.type);
-      if (!parameter.defaultValue) return;
-      put(" = ");
-      expr(*parameter.defaultValue);
+      if (parameter.defaultValue) {
+        put(" = ");
+        expr(*parameter.defaultValue);
+      }
+      if (parameter.output) put(" output");
     });
     put(")");
   }

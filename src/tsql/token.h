@@ -54,7 +54,7 @@ struct TokenStream {
   std::vector<Token> tokens;           // the last one is end
   std::vector<LiteralValue> literals;  // by ordinal
   // Tokens [first, last) spelled with every literal replaced by its type class (texts without their length, decimals
-  // with their scale), identifiers in lower case: equal for batches of one shape.
+  // with their scale); equal for batches of one shape.
   std::string shape(std::size_t first, std::size_t last) const;
   std::string shape() const { return shape(0, tokens.size() - 1); }
 };

@@ -82,7 +82,7 @@ std::string TokenStream::shape(std::size_t first, std::size_t last) const {
         result += "'x'";
         break;
       default:
-        for (const char c : token.raw) result += lowered(c);
+        result += token.raw;  // letter case too: a name gives a column of the result its spelling
     }
     result += ' ';
   }

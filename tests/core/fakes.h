@@ -166,7 +166,7 @@ public:
   std::string MatchPerson(const std::string& code, int, bool) override { return code; }
   std::string MatchCustomer(const std::string& code, int, bool) override { return code; }
   std::string MatchVendor(const std::string& code, int, bool) override { return code; }
-  std::string MatchItem(const std::string& item, const std::string&) override { return item; }
+  std::string MatchItem(const std::string& item, const std::string&, int, bool) override { return item; }
   bool GetSignRecord(const std::string&, platform::SignRecord&) override { return false; }
   bool SignExists(const std::string&) override { return true; }
   bool SettleStyleExists(const std::string&) override { return true; }

@@ -123,6 +123,27 @@ TEST_F(MduJz, RecordCountCountsEveryStarAndPassesFailuresOver) {
   EXPECT_EQ(gljz::RecordCount("select * from t"), 0);
 }
 
+TEST_F(MduJz, RecordCountBeyond32BitsIsAFailureAndSoNothing) {
+  world.server.answer("count(1)", fakes::oneCell(std::int64_t{2147483647}));
+  EXPECT_EQ(gljz::RecordCount("select * from t"), 2147483647);
+  world.server.answer("count(1)", fakes::oneCell(std::int64_t{2147483648}));
+  EXPECT_EQ(gljz::RecordCount("select * from t"), 0);
+}
+
+TEST_F(MduJz, AYearIsANumberOf32Bits) {
+  EXPECT_EQ(gljz::yearNumber("2006"), 2006);
+  const auto failureOf = [](const char* year) {
+    try {
+      gljz::yearNumber(year);
+    } catch (const platform::RunTimeError& failure) {
+      return failure.number();
+    }
+    return 0;
+  };
+  EXPECT_EQ(failureOf("20060000000"), platform::RunTimeError::overflow);
+  EXPECT_EQ(failureOf("next"), platform::RunTimeError::typeMismatch);
+}
+
 TEST_F(MduJz, DatabasesAreSeparateWithoutRegardToCase) {
   EXPECT_TRUE(gljz::separateDatabases());
   run.m_strCurDB = "TQDATA_001_2005";

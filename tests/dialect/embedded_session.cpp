@@ -4,6 +4,9 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "embedded/recordset.h"
+#include "tsql/parser.h"
+
 namespace dialect {
 
 namespace {
@@ -39,22 +42,55 @@ private:
   std::vector<embedded::ColumnInfo> columns_;
 };
 
+bool isOneSelection(const std::string& batch) {
+  try {
+    const auto tokens = tsql::lex(batch);
+    const auto tree = tsql::parse(tokens);
+    return tree.statements.size() == 1 && tree.parameters == 0 &&
+           tree.statements[0]->kind == tsql::ast::StatementKind::select &&
+           !static_cast<const tsql::ast::SelectStatement&>(*tree.statements[0]).select->into;
+  } catch (const tsql::SqlError&) {
+    return false;
+  }
+}
+
 class EmbeddedSession : public Session {
 public:
   EmbeddedSession(const std::shared_ptr<embedded::Server>& server, const std::string& database, const Setting& setting)
-      : session_(server, database) {
-    session_.setStatementCache(setting.statementCache);
-    if (setting.fetchBlock > 0) session_.setFetchBlock(setting.fetchBlock);
+      : session_(std::make_shared<embedded::Session>(server, database)), read_(setting.read) {
+    session_->setStatementCache(setting.statementCache);
+    if (setting.fetchBlock > 0) session_->setFetchBlock(setting.fetchBlock);
   }
 
   Answer run(const std::string& batch) override {
+    if (read_ != Setting::Read::session && isOneSelection(batch)) return readThroughCursor(batch);
     AnswerSink sink;
-    session_.execute(batch, sink);
+    session_->execute(batch, sink);
     return std::move(sink.answer);
   }
 
 private:
-  embedded::Session session_;
+  Answer readThroughCursor(const std::string& batch) {
+    Answer answer;
+    try {
+      const auto rows = embedded::openRecordset(
+          session_, batch,
+          read_ == Setting::Read::serverCursor ? platform::CursorLocation::server : platform::CursorLocation::client);
+      answer.columns = rows->FieldCount();
+      for (; !rows->Eof(); rows->MoveNext()) {
+        std::string text;
+        for (std::size_t i = 0; i < answer.columns; ++i) text += (i == 0 ? "" : "\t") + cellText(rows->Field(i));
+        answer.rows.push_back(std::move(text));
+      }
+      rows->Close();
+    } catch (const platform::RunTimeError& e) {
+      answer.failures.push_back({e.server() ? e.server()->number : e.number(), e.description()});
+    }
+    return answer;
+  }
+
+  std::shared_ptr<embedded::Session> session_;
+  Setting::Read read_;
 };
 
 std::filesystem::path newFolder() {

@@ -12,9 +12,12 @@ namespace dialect {
 
 // How the sessions of a run are set: answers must not depend on it.
 struct Setting {
+  // Through what a batch that is one selection is read; any other batch goes to the session itself.
+  enum class Read { session, clientCursor, serverCursor };
   std::string name;  // "plain"
   bool statementCache = true;
-  std::size_t fetchBlock = 0;  // rows; 0 leaves the server's own
+  Read read = Read::session;
+  std::size_t fetchBlock = 0;  // rows that a server cursor fetches at a time; 0 leaves the server's own
 };
 
 // A server in a folder of its own with the empty databases d1 and d2. The folder goes with the object.

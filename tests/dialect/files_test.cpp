@@ -107,7 +107,13 @@ TEST_P(Corpus, answersAsExpected) {
 INSTANTIATE_TEST_SUITE_P(Plain, Corpus, testing::ValuesIn(casesUnder({"plain"})), caseName);
 INSTANTIATE_TEST_SUITE_P(NoStatementCache, Corpus, testing::ValuesIn(casesUnder({"no statement cache", false})),
                          caseName);
-INSTANTIATE_TEST_SUITE_P(FetchBlockOfOne, Corpus, testing::ValuesIn(casesUnder({"fetch block of 1", true, 1})),
+INSTANTIATE_TEST_SUITE_P(ClientCursor, Corpus,
+                         testing::ValuesIn(casesUnder({"client cursor", true, Setting::Read::clientCursor})), caseName);
+INSTANTIATE_TEST_SUITE_P(ServerCursor, Corpus,
+                         testing::ValuesIn(casesUnder({"server cursor", true, Setting::Read::serverCursor})), caseName);
+INSTANTIATE_TEST_SUITE_P(FetchBlockOfOne, Corpus,
+                         testing::ValuesIn(casesUnder({"server cursor, fetch block of 1", false,
+                                                       Setting::Read::serverCursor, 1})),
                          caseName);
 
 // A name that is spelled wrongly in a list would silently demand nothing.

@@ -3,6 +3,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <random>
 #include <thread>
@@ -56,8 +57,9 @@ TEST_F(CrashTest, AKilledWriterLeavesWholeTransactionsOnly) {
     const int now = std::stoi(highest[0]);
     EXPECT_EQ(highest[0], std::to_string(now) + "|" + std::to_string(now * 10));
     EXPECT_GE(now, committed);
-    // The second database is at most one commit behind the first.
-    EXPECT_LE(now - std::stoi(last.at(0)), 1);
+    // The second database is at most one commit of this round behind the first; one that an earlier round lost before
+    // this one had committed twice is still missing there.
+    EXPECT_LE(now - std::max(std::stoi(last.at(0)), committed), 1);
     EXPECT_GE(now, std::stoi(last.at(0)));
     committed = now;
   }

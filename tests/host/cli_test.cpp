@@ -64,7 +64,7 @@ TEST_F(CliTest, SqlKeepsOneSessionOverItsBatches) {
                         "create table #t(a int, b nvarchar(5))\nGO\ninsert into #t values(1, N'x,\"y')\nGO\n"
                         "insert into #t values(null, N'')\nGO\nselect a, b from #t order by a desc\n");
   EXPECT_EQ(a.code, 0) << a.err;
-  EXPECT_EQ(a.out, "a,b\n1,\"x,\"\"y\"\n,\"\"\n");
+  EXPECT_EQ(csv(a), "a,b\n1,\"x,\"\"y\"\n,\"\"\n");
 }
 
 TEST_F(CliTest, SqlTablesKnowTheWidthOfChineseCharacters) {
@@ -86,7 +86,7 @@ TEST_F(CliTest, AccountCreateMakesTheServerAndRegistersTheYears) {
   EXPECT_EQ(a.out, "account 001: database TqData_001_2005\n");
   const Answer rows = gljz({"sql", "--server", place, "--database", "TqSystem", "--format", "csv", "-q",
                             "select cAcc_Id, iBeginYear, iEndYear, cDatabase from UA_AccountDatabase"});
-  EXPECT_EQ(rows.out, "cAcc_Id,iBeginYear,iEndYear,cDatabase\n001,2005,2006,TqData_001_2005\n");
+  EXPECT_EQ(csv(rows), "cAcc_Id,iBeginYear,iEndYear,cDatabase\n001,2005,2006,TqData_001_2005\n");
 }
 
 TEST_F(CliTest, OpenYearCopiesChartAndReferencesIntoTheNextDatabase) {
@@ -272,6 +272,27 @@ TEST_F(CliTest, TheDemoCarriesForward) {
   EXPECT_NE(a.out.find("\"report\": {\"right\": \"50\", \"wrong\": \"2\""), std::string::npos) << a.out;
   EXPECT_NE(a.out.find("\"failures\": []"), std::string::npos) << a.out;
   EXPECT_EQ(gljz({"demo", folder_.file("demo")}).code, 2);  // it is there already
+}
+
+// Its own conditions show most: 20 open items line by line, six rows of the bank ledger. An option replaces them all.
+TEST_F(CliTest, TheDemoCarriesOpenItemsUnlessItIsToldOtherwise) {
+  const Answer own = gljz({"demo", folder_.file("own"), "--quiet", "--format", "json"});
+  EXPECT_NE(own.out.find("\"gl_accvouch\": 26"), std::string::npos) << own.out;
+  EXPECT_NE(own.out.find("客户往来：新年度没有此结算方式"), std::string::npos) << own.out;
+  const Answer told = gljz({"demo", folder_.file("told"), "--quiet", "--format", "json", "--check", "GL*Clear=False"});
+  EXPECT_EQ(told.code, 0) << told.out << told.err;
+  EXPECT_EQ(told.out.find("客户往来：新年度没有此结算方式"), std::string::npos) << told.out;
+}
+
+TEST_F(CliTest, TheDemosBankAccountsAgree) {
+  const Answer a = gljz({"demo", folder_.file("demo"), "--quiet", "--format", "json"});
+  for (const char* account :
+       {"\"10020101\", \"name\": \"工行基本户\", \"currency\": \"\", \"closingBalance\": 180355",
+        "\"10020102\", \"name\": \"工行一般户\", \"currency\": \"\", \"closingBalance\": 24600",
+        "\"10020201\", \"name\": \"中行美元户\", \"currency\": \"美元\", \"closingBalance\": 59000"})
+    EXPECT_NE(a.out.find("{\"account\": " + std::string(account)), std::string::npos) << a.out;
+  EXPECT_EQ(a.out.find("\"agrees\": false"), std::string::npos) << a.out;
+  EXPECT_NE(gljz({"demo", folder_.file("text")}).out.find("银行账的结转"), std::string::npos);
 }
 
 TEST_F(CliTest, TheDemoReportNamesEveryWrittenTableInEachLanguage) {

@@ -64,6 +64,63 @@ TEST(GeneratedLedgerTest, AuxiliariesAddUpToTheirAccountAndItemsToTheirAuxiliary
   }
 }
 
+TEST(GeneratedLedgerTest, SomeItemsAreClearedAfterTheYearAndOthersInItByTwosThatCancel) {
+  int later = 0;
+  for (const LedgerLine& line : ledger().items) {
+    EXPECT_TRUE(line.clearedIn == 0 || line.clearedIn > 12);
+    later += line.clearedIn > 12;
+  }
+  EXPECT_GT(later, 0);
+  EXPECT_LT(later, 2500);
+  const auto& cleared = ledger().clearedItems;
+  ASSERT_EQ(cleared.size(), 2500u);
+  for (std::size_t i = 0; i < cleared.size(); i += 2) {
+    EXPECT_EQ(cleared[i].auxiliary, cleared[i + 1].auxiliary);
+    EXPECT_EQ(cleared[i].amount + cleared[i + 1].amount, 0);
+    EXPECT_LE(cleared[i].month, cleared[i + 1].month);
+    EXPECT_EQ(cleared[i].clearedIn, cleared[i + 1].month);
+    EXPECT_EQ(cleared[i + 1].clearedIn, cleared[i + 1].month);
+  }
+}
+
+TEST(GeneratedLedgerTest, ABankAccountsBalanceIsItsOpeningAndItsOpenLines) {
+  std::map<std::size_t, std::int64_t> sums;
+  std::set<AccountKind> kinds;
+  for (const BankOpening& opening : ledger().bankOpenings) {
+    EXPECT_TRUE(sums.emplace(opening.account, opening.amount).second) << "an account has two openings";
+    kinds.insert(ledger().accounts[opening.account].kind);
+  }
+  EXPECT_EQ(kinds, (std::set<AccountKind>{AccountKind::bank, AccountKind::foreign}));
+  for (const LedgerLine& line : ledger().bankLines) sums[line.account] += line.amount;
+  for (const auto& [index, sum] : sums) EXPECT_EQ(ledger().accounts[index].amount, sum);
+}
+
+TEST(GeneratedLedgerTest, AmountsInTheForeignCurrencyAreWholeHundredths) {
+  const auto isForeign = [](const LedgerAccount& a) { return a.last && a.kind == AccountKind::foreign; };
+  for (const auto* lines : {&ledger().bankLines, &ledger().statementLines})
+    for (const LedgerLine& line : *lines) {
+      if (isForeign(ledger().accounts[line.account])) {
+        EXPECT_EQ(line.amount % foreignRate, 0);
+      }
+    }
+  for (const LedgerAccount& a : ledger().accounts) {
+    if (isForeign(a)) {
+      EXPECT_EQ(a.amount % foreignRate, 0);
+    }
+  }
+}
+
+TEST(GeneratedLedgerTest, AThirdOfTheChequesHasBeenUsed) {
+  ASSERT_EQ(ledger().cheques.size(), 80u);
+  int used = 0;
+  for (const Cheque& cheque : ledger().cheques) {
+    EXPECT_GT(cheque.amount, 0);
+    EXPECT_TRUE(isBank(ledger().accounts[cheque.account].kind));
+    used += cheque.used;
+  }
+  EXPECT_EQ(used, 27);
+}
+
 TEST(GeneratedLedgerTest, TheSameSeedGivesTheSameLedger) {
   const Ledger again = makeLedger(3000, 2000, 5000, 800, 7), other = makeLedger(3000, 2000, 5000, 800, 8);
   bool differs = false;

@@ -40,4 +40,9 @@ inline Answer gljz(const std::vector<std::string>& words, const std::string& inp
   return {status >= 256 ? status / 256 : status, contentOf(folder.file("out")), contentOf(folder.file("err"))};
 }
 
+// What an answer of "--format csv" says, without the mark that stands at the head of a file.
+inline std::string csv(const Answer& a) {
+  return a.out.rfind("\xEF\xBB\xBF", 0) == 0 ? a.out.substr(3) : a.out;
+}
+
 }  // namespace host::test

@@ -56,6 +56,68 @@ TEST_F(BankLedgerTest, ALineKeepsEverythingButYearPeriodAndBooking) {
              {"1 | Null | Null | Null"});
 }
 
+// The texts that insert the rows of the new year, in their order.
+class BankStatementTextTest : public BankLedgerTest {
+protected:
+  std::vector<std::string> inserts() const {
+    std::vector<std::string> all;
+    for (const SpiedStatement& s : statements())
+      if (s.text.starts_with("insert into gl_accvouch(iyear")) all.push_back(s.text);
+    return all;
+  }
+  const std::string columns =
+      "insert into gl_accvouch(iyear,iPeriod,csign,iSignSeq,cexch_name,md_f,mc_f,nfrat,nd_s,nc_s,cDept_ID,cPerson_ID,"
+      "ccus_id,csup_id,cItem_id,citem_class,cname,iflagperson,csettle,iNo_id,inid,dbill_date,idoc,cbill,ccheck,cbook,"
+      "ibook,ccashier,iflag,cbankreconno,ctext1,ctext2,cDigest,cCode,md,mc,cn_id,dt_date,ccode_equal,iflagbank,bDelete,"
+      "coutaccset,ioutyear,coutsysname,coutsysver,doutbilldate,ioutperiod,coutsign,doutdate,coutbillsign,coutid,"
+      "bvouchedit,bvouchaddordele,bvouchmoneyhold,bvalueedit,ccodecontrol,bpcsedit,bdeptedit,bitemedit,bcussupinput,"
+      "cdefine1,cdefine2,cdefine3,cdefine4,cdefine5,cdefine6,cdefine7,cdefine8,cdefine9,cdefine10,cdefine11,cdefine12,"
+      "cdefine13,cdefine14,cdefine15,cdefine16) Values(";
+};
+
+TEST_F(BankStatementTextTest, ALineAndABalanceAreRenderedLetterForLetter) {
+  severalCurrencies();
+  bank("100201", {"cmeasure", "件"});
+  sql(closing,
+      "insert into gl_accvouch(iyear,iperiod,csign,isignseq,cexch_name,md_f,mc_f,nfrat,nd_s,nc_s,cdept_id,cperson_id,"
+      "ccus_id,csup_id,citem_id,citem_class,cname,iflagperson,csettle,ino_id,inid,dbill_date,idoc,cbill,ccheck,cbook,"
+      "ibook,ccashier,cbankreconno,ctext1,ctext2,cdigest,ccode,md,mc,cn_id,dt_date,ccode_equal,iflagbank,coutaccset,"
+      "ioutyear,doutbilldate,ioutperiod,bvouchedit,ccodecontrol,cdefine1,cdefine4,cdefine6,cdefine16) "
+      "values(2005,7,N'银',3,N'美元',10.5,0,8,2.5,0,N'D1',N'P1',N'C1',N'V1',N'I9',N'01',N'张三',1,N'1',17,4,'2005-07-"
+      "08',"
+      "2,N'甲',N'乙',N'丙',0,N'丁',N'R7',N't1',N't2',N'收款',N'100201',84,0,N'N-1','2005-07-07',N'6001',0,N'002',2004,"
+      "'2005-07-01',7,0,N'ctl',N'a1','2005-02-03','2005-03-04 05:06:07',N'a16')");
+  JzYhData();
+  ASSERT_EQ(inserts().size(), 2u);
+  EXPECT_EQ(
+      inserts()[0],
+      columns +
+          "2006,21,N'银',N'3',N'美元',10.5,0,8,2.5,0,N'D1',N'P1',N'C1',N'V1',N'I9',N'01',N'张三',Null,N'1',N'17',4,"
+          "'2005-07-08',2,N'甲',N'乙',N'丙',1,N'丁',Null,N'R7',N't1',N't2',N'收款',N'100201',84,0,N'N-1',"
+          "'2005-07-07',N'6001',0,0,N'002',2004,Null,Null,'2005-07-01',7,Null,Null,Null,Null,0,0,0,1,N'ctl',1,1,1,"
+          "0,N'a1',Null,Null,'2005-02-03',Null,'2005-03-04',Null,Null,Null,Null,Null,Null,Null,Null,Null,N'a16')");
+  EXPECT_EQ(
+      inserts()[1],
+      columns +
+          "2006,20,Null,Null,N'美元',0,0,0,0,0,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,0,'2006-01-01',0,"
+          "Null,Null,Null,1,Null,Null,Null,Null,Null,N' ',N'100201',10.5,0,Null,Null,Null,Null,0,Null,Null,Null,"
+          "Null,Null,Null,Null,Null,Null,Null,1,0,0,1,Null,1,1,1,0,Null,Null,Null,Null,Null,Null,Null,Null,Null,"
+          "Null,Null,Null,Null,Null,Null,Null)");
+}
+
+TEST_F(BankStatementTextTest, WithoutCurrencyAndUnitTheyAreZero) {
+  bank("100201");
+  vouchers(closing, {"ccode | md | md_f | nfrat | nd_s", "100201 | 80 | 10 | 8 | 2.5"});
+  JzYhData();
+  ASSERT_EQ(inserts().size(), 2u);
+  EXPECT_EQ(inserts()[0],
+            columns +
+                "2006,21,Null,Null,Null,0,0,0,0,0,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,1,'2005-06-06',0,"
+                "Null,Null,Null,1,Null,Null,Null,Null,Null,Null,N'100201',80,0,Null,Null,Null,Null,0,Null,Null,Null,"
+                "Null,Null,Null,Null,Null,Null,Null,1,0,0,1,Null,1,1,1,0,Null,Null,Null,Null,Null,Null,Null,Null,Null,"
+                "Null,Null,Null,Null,Null,Null,Null)");
+}
+
 TEST_F(BankLedgerTest, OnlyLiveLinesOfLastLevelBankAccountsGoOver) {
   bank("100201");
   bank("1002", {"bend", "0"});

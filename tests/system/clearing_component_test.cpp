@@ -67,15 +67,31 @@ TEST_F(ClearingComponentTest, ARedLineCancelsABlackOneOfTheSameSide) {
   expectOpen({});
 }
 
-TEST_F(ClearingComponentTest, OnlyTheSameAccountCurrencyPartnerDepartmentAndForeignAmountCancel) {
-  vouchers(closing, {"ccode | ccus_id | cdept_id | cexch_name | md | mc | md_f | mc_f", "1131 | C1 | | | 1 | | | ",
-                     "1131 | C2 | | | | 1 | | ",                                           //
-                     "1131 | C1 | | 美元 | 2 | | 1 | ", "1131 | C1 | | 欧元 | | 2 | | 1",  //
-                     "1131 | C1 | | 美元 | 3 | | 1 | ", "1131 | C1 | | 美元 | | 3 | | 2",  //
-                     "113101 | C1 | 01 | | 4 | | | ", "113101 | C1 | 02 | | | 4 | | "});
+TEST_F(ClearingComponentTest, OnlyTheSameAccountCurrencyPartnerAndForeignAmountCancel) {
+  vouchers(closing, {"ccode | ccus_id | cexch_name | md | mc | md_f | mc_f",           //
+                     "1131 | C1 | | 1 | | | ", "1131 | C2 | | | 1 | | ",               // partner
+                     "1131 | C1 | 美元 | 2 | | 1 | ", "1131 | C1 | 欧元 | | 2 | | 1",  // currency
+                     "1131 | C1 | 美元 | 3 | | 1 | ", "1131 | C1 | 美元 | | 3 | | 2",  // foreign amount
+                     "1131 | C1 | | 4 | | | ", "113101 | C1 | | | 4 | | ",             // account
+                     "1131 | C1 | | 5 | | | ", "1131 | C1 | | | 5.01 | | "});          // amount
   clear(0);
-  expectOpen({"1", "-1", "2", "-2", "3", "-3", "4", "-4"});
+  expectOpen({"1", "-1", "2", "-2", "3", "-3", "4", "-4", "5", "-5.01"});
   EXPECT_TRUE(notes_->notes().empty());
+}
+
+TEST_F(ClearingComponentTest, ForeignAmountsCancelTogetherWithTheMainOnes) {
+  vouchers(closing, {"ccode | ccus_id | cexch_name | md | mc | md_f | mc_f", "1131 | C1 | 美元 | 80 | | 10 | ",
+                     "1131 | C1 | 美元 | | 80 | | 10"});
+  clear(0);
+  expectOpen({});
+}
+
+TEST_F(ClearingComponentTest, DepartmentAndItemOfALineDoNotMatter) {
+  vouchers(closing,
+           {"ccode | ccus_id | cdept_id | citem_class | citem_id | md | mc", "113101 | C1 | 01 | 98 | I1 | 4 | ",
+            "113101 | C1 | 02 | 98 | I2 | | 4", "113101 | C1 | | | | 6 | ", "113101 | C1 | 01 | | | | 6"});
+  clear(0);
+  expectOpen({});
 }
 
 TEST_F(ClearingComponentTest, LinesOfOtherYearsClearedMarkedAndDeletedOnesAreLeftAlone) {

@@ -2,8 +2,9 @@
 #include "dialogs/frm_nbalance.h"
 #include "driver/progress.h"
 #include "host/format_database.h"
+#include "host/print/page_print.h"
+#include "host/resources.h"
 #include "host/services.h"
-#include "host/text_print.h"
 #include "system/ledger_fixture.h"
 
 namespace gljz::test {
@@ -223,29 +224,77 @@ TEST_F(ClosingReportTest, WithoutAPrintServicePrintingFails) {
   EXPECT_THROW(frmJZBG().command2_Click(), RunTimeError);
 }
 
-TEST_F(ClosingReportTest, APlainTextPageHasHeadGridAndFoot) {
-  host::TextPrint text(folder_.file("page.txt"));
-  surroundings_.print = &text;
+// The reference print control behind the dialogs' buttons, with the program's own layouts.
+class PagePrintTest : public ClosingReportTest {
+protected:
+  struct Forms final : platform::FormHost {
+    std::string folder;
+    void ShowModal(platform::Form&) override {}
+    void Changed(platform::Form&) override {}
+    void DoEvents() override {}
+    void ScreenPointer(int) override {}
+    std::string ProgramFolder() const override { return folder; }
+  };
+  PagePrintTest() {
+    for (const host::Resource& resource : host::resourcesUnder("glrep/")) {
+      const std::filesystem::path path = folder_.file(std::string(resource.name));
+      std::filesystem::create_directories(path.parent_path());
+      std::ofstream(path, std::ios::binary) << resource.text;
+    }
+    shown_.folder = folder_.text();
+    surroundings_.forms = &shown_;
+    surroundings_.print = &pages_;
+    pages_.printTo(folder_.file("page.txt"));
+  }
+  ~PagePrintTest() override { surroundings_.forms = &forms(); }
+  std::string page() const {
+    std::ifstream in(folder_.file("page.txt"), std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+  }
+  Forms shown_;
+  host::PagePrint pages_{"zh-CN"};
+};
+
+TEST_F(PagePrintTest, APageHasHeadGridAndFoot) {
   frmJZBG().Label2.Caption = "1";
   frmJZBG().Label4.Caption = "0";
   frmJZBG().Grid1.rows = {{"科目", "金额"}, {"1001", "5.00"}, {"100201", "12.50"}};
   frmJZBG().Grid1.alignments = {Alignment::left, Alignment::right};
   frmJZBG().command2_Click();
-  std::ifstream in(folder_.file("page.txt"), std::ios::binary);
-  const std::string page{std::istreambuf_iterator<char>(in), {}};
-  EXPECT_EQ(page,
-            "上年余额结转报告（2005年结转至2006年）\n"
-            "正确结转科目数：1    错误结转科目数：0\n"
-            "新年度期初余额核对\n"
+  EXPECT_EQ(pages_.failure(), "");
+  EXPECT_EQ(page(),
+            "                    上年余额结转报告（2005年结转至2006年）\n"
+            "新年度期初余额核对                  正确结转科目数：1    错误结转科目数：0\n"
             "\n"
             "科目     金额\n"
             "------  -----\n"
             "1001     5.00\n"
             "100201  12.50\n"
             "\n"
-            "核算单位：青石商贸\n"
-            "制表人：赵六\n"
-            "打印日期：2006.01.10\n");
+            "------------------------------------------------------------------------------\n"
+            "核算单位：青石商贸                                            第 1 页，共 1 页\n"
+            "制表人：赵六                                              打印日期：2006.01.10\n");
+}
+
+TEST_F(PagePrintTest, EachLanguageHasItsLayouts) {
+  frmJZBG().Grid1.rows = {{"h"}, {"1001"}};
+  for (const std::string& language : host::Messages::languages()) {
+    language_ = language;
+    prepareRun();
+    frmJZBG().command2_Click();
+    EXPECT_EQ(pages_.failure(), "") << language;
+    EXPECT_NE(page().find("1001"), std::string::npos);
+    EXPECT_EQ(page().find("Page 1 of 1") != std::string::npos, language == "en-US") << page();
+    EXPECT_EQ(page().find("第 1 頁，共 1 頁") != std::string::npos, language == "zh-TW") << page();
+  }
+}
+
+TEST_F(PagePrintTest, ABadLayoutIsAnErrorNumberOfTheControl) {
+  std::ofstream(folder_.file("glrep/zh-CN/dzerrd.rep"), std::ios::binary) << "row\ntxt \"{P4}\"\n";
+  frmJZBG().Grid1.rows = {{"h"}, {"1001"}};
+  frmJZBG().command2_Click();
+  EXPECT_EQ(pages_.failure(), folder_.file("glrep/zh-CN/dzerrd.rep") + ":2: \"txt\" is no directive");
+  EXPECT_FALSE(std::filesystem::exists(folder_.file("page.txt")));
 }
 
 TEST(FormatDatabaseTest, TextsThatLookLikeNumbersStayTexts) {

@@ -212,6 +212,14 @@ TEST_F(OpenItemsTest, TheChosenAccountsAreAskedForEveryBand) {
   EXPECT_EQ(asked, 11);
 }
 
+TEST_F(OpenItemsTest, PersonsKnowNoSelectionByAccount) {
+  run.m_iPersonMode = 3, run.m_iCusMode = run.m_iSupMode = 0;
+  vouchers(closing, {"ccode | cdept_id | cperson_id | md", "1133 | 01 | P1 | 1"});
+  JzData();
+  expectOpening("md", {});
+  EXPECT_FALSE(wasRun("code.bperson=1 and not gl_accvouch.ccode is null"));
+}
+
 class ModeTest : public OpenItemsTest, public ::testing::WithParamInterface<int> {};
 
 TEST_P(ModeTest, DecidesWhoseItemsMove) {
@@ -242,6 +250,26 @@ TEST_F(OpenItemsTest, EveryIdentityFallsIntoExactlyOneBand) {
   sql(closing, batch + "set identity_insert gl_accvouch off");
   carry();
   expectOpening("md", expected);
+}
+
+TEST_F(OpenItemsTest, TheEdgesOfABandFallIntoTwoPasses) {
+  sql(closing,
+      "set identity_insert gl_accvouch on\n"
+      "insert into gl_accvouch(i_id,iyear,iperiod,inid,idoc,dbill_date,ccode,ccus_id,md) "
+      "values(199999,2005,6,1,0,'2005-06-06',N'1131',N'C1',1)\n"
+      "insert into gl_accvouch(i_id,iyear,iperiod,inid,idoc,dbill_date,ccode,ccus_id,md) "
+      "values(200000,2005,6,1,0,'2005-06-06',N'1131',N'C1',2)\n"
+      "set identity_insert gl_accvouch off");
+  run.m_iPersonMode = run.m_iSupMode = 0;
+  carry();
+  std::vector<std::string> sequence;  // passes and the lines that are written between them
+  for (const auto& s : statements()) {
+    if (s.text.starts_with("select gl_accvouch.*")) sequence.push_back("pass");
+    if (s.text.starts_with("insert into gl_accvouch")) sequence.push_back("line");
+  }
+  ASSERT_EQ(sequence.size(), 13u);
+  EXPECT_EQ(std::vector<std::string>(sequence.begin(), sequence.begin() + 5),
+            (std::vector<std::string>{"pass", "line", "pass", "line", "pass"}));
 }
 
 TEST_F(OpenItemsTest, CustomersAreReadInElevenBandsPersonsAndSuppliersInOne) {

@@ -5,6 +5,7 @@
 
 #include "dialogs/frm_jzsn.h"
 #include "settings/other_tables.h"
+#include "system/observers.h"
 
 namespace gljz::test {
 namespace {
@@ -72,12 +73,60 @@ TEST_F(SettingsTablesTest, AnySwitchValueButOneKeeps) {
   EXPECT_EQ(contents("GL_btext"), "新年");
 }
 
+// What decides is whether the collected texts say anything. A language without a text for a table guards it with those
+// of the others only.
+struct SilentServices final : AskingServices {
+  using AskingServices::AskingServices;
+  std::string ResText(const std::string& key, const std::vector<platform::Value>*) override {
+    return key == "Orvo.GL.TqGLJZ.00024" ? std::string() : key;
+  }
+};
+
+TEST_F(SettingsTablesTest, AGuardWithoutATextGuardsNothingAlone) {
+  run.m_pubCls = std::make_shared<SilentServices>(run.m_pubCls);
+  keepData();
+  put(opening, "GL_btext", "新年");
+  JzOtherTables();
+  EXPECT_EQ(contents("GL_btext"), "上年");
+  sql(opening, "delete from GL_btext");
+  put(opening, "GL_btext", "新年");
+  JzOtherTables();  // GL_bmulti has rows by now
+  EXPECT_EQ(contents("GL_btext"), "新年");
+}
+
 TEST_F(SettingsTablesTest, ASourceWithoutRowsLeavesTheTargetEmpty) {
   putEverywhere(opening, "新年");
   for (const auto& table : settingsTables) sql(closing, std::string("delete from ") + table.name);
   coverData();
   JzOtherTables();
   expectEverywhere("");
+}
+
+TEST_F(SettingsTablesTest, WindowEventsAreLetThroughOnceBesideTheDefinitions) {
+  put(opening, "GL_bautotran", "新年");
+  keepData();
+  CountingForms windows;
+  surroundings_.forms = &windows;
+  JzOtherTables();
+  EXPECT_EQ(windows.eventRounds, 1);
+  surroundings_.forms = &forms();
+}
+
+TEST_F(SettingsTablesTest, RunInOrderGuardsFirstThenOneTableAfterTheOther) {
+  forgetStatements();
+  coverData();
+  JzOtherTables();
+  std::vector<std::string> looks, deletions;
+  for (const auto& statement : statements()) {
+    if (statement.database != opening.database) continue;
+    if (statement.text.starts_with("select * from GL_") && deletions.empty()) looks.push_back(statement.text);
+    if (statement.text.starts_with("Delete From ")) deletions.push_back(statement.text.substr(12));
+  }
+  EXPECT_EQ(looks[0] + looks[1] + looks[2] + looks[3],
+            "select * from GL_bautotranselect * from GL_bmultiselect * from GL_btextselect * from GL_cvprintinfset");
+  std::vector<std::string> expected;
+  for (std::size_t i = 1; i < std::size(settingsTables); ++i) expected.emplace_back(settingsTables[i].name);
+  EXPECT_EQ(deletions, expected);
 }
 
 TEST_F(SettingsTablesTest, TheOperatorSeesTheirStage) {
@@ -170,6 +219,16 @@ TEST_F(CopySettingTableTest, FurtherColumnsOfTheClosingYearAreLostInSilence) {
   expectRows(opening, "select * from GL_mybooktype", {"1"});
 }
 
+TEST_F(CopySettingTableTest, AFurtherColumnThatIsNeverWrittenIsNotLookedForInTheClosingYear) {
+  for (const auto& side : {closing, opening})
+    sql(side, "drop table GL_btext create table GL_btext(ctext nvarchar(60))");
+  sql(opening, "alter table GL_btext add tqguid nvarchar(38) null");
+  sql(opening, "alter table GL_btext add id int identity(1,1)");
+  put(closing, "GL_btext", "甲");
+  CopySettingTable("GL_btext");
+  expectRows(opening, "select ctext,tqguid,id from GL_btext", {"甲 | Null | 1"});
+}
+
 TEST_F(CopySettingTableTest, MoreColumnsInTheNewYearMakeTheCopyFail) {
   sql(opening, "alter table GL_mybooktype add cmore nvarchar(20) null");
   sql(closing, "insert into GL_mybooktype(cid) values('1')");
@@ -184,6 +243,24 @@ TEST_F(CopySettingTableTest, AFailureInTheMiddleLeavesTheTablePartlyFilled) {
   sql(opening, "insert into GL_mybooktype(cid) values('旧')");
   EXPECT_THROW(CopySettingTable("GL_mybooktype"), platform::RunTimeError);
   expectRows(opening, "select cid from GL_mybooktype", {"1"});
+}
+
+// A name is left out for its own table only.
+TEST_F(CopySettingTableTest, AColumnThatIsLeftOutElsewhereIsCopied) {
+  for (const auto& side : {closing, opening})
+    sql(side, "drop table GL_PRN_Format create table GL_PRN_Format(id int, i_id int, iid int, autoid int)");
+  sql(closing, "insert into GL_PRN_Format values(1, 2, 3, 4)");
+  CopySettingTable("GL_PRN_Format");
+  expectRows(opening, "select * from GL_PRN_Format", {"1 | 2 | 3 | 4"});
+}
+
+// Nothing passes this table, but its identity is known.
+TEST_F(CopySettingTableTest, TheSelectedAccountsTableIsNumberedByTheNewYear) {
+  for (const char* ccode : {"'1131'", "'1133'"})
+    sql(closing, std::string("insert into GL_YeMxSel(iCusSupType,ccode,iYeMxType) values(1,") + ccode + ",1)");
+  sql(closing, "delete from GL_YeMxSel where ccode='1131'");
+  CopySettingTable("GL_YeMxSel");
+  expectRows(opening, "select iid,iCusSupType,ccode,iYeMxType from GL_YeMxSel", {"1 | 1 | 1133 | 1"});
 }
 
 // Runs something before each selection.
@@ -276,7 +353,8 @@ struct Sibling final : platform::Component {
   std::vector<Argument> given;
   std::shared_ptr<platform::Connection> connection;  // put in the place of what was given, if any
   std::shared_ptr<platform::ZwPubCls> services;
-  bool answer = true, fails = false;
+  platform::Value answer = true;
+  bool fails = false;
 };
 
 struct SiblingFactory final : platform::ComponentFactory {
@@ -329,6 +407,14 @@ TEST_F(SiblingTest, ThatSaysNoIsNoFailureAndItsReplacementsCount) {
   EXPECT_EQ(run.m_strMsg, "");
 }
 
+// What it hands back counts before its answer is looked at.
+TEST_F(SiblingTest, WhoseAnswerIsNoneHasReplacedTheObjectsAllTheSame) {
+  sibling().answer = {};
+  sibling().connection = surroundings_.newConnection();
+  EXPECT_NO_THROW(JzOtherTables());
+  EXPECT_EQ(run.m_conn, sibling().connection);
+}
+
 TEST_F(SiblingTest, ThatFailsIsPassedOverAndReplacesNothing) {
   sibling().fails = true;
   const auto connection = run.m_conn;
@@ -348,6 +434,49 @@ TEST_F(SiblingTest, IsNotCalledAfterAFailureOfTheTables) {
 TEST_F(SiblingTest, RunsInAWholeRun) {
   EXPECT_TRUE(transfer().success);
   EXPECT_EQ(sibling().operations, std::vector<std::string>{"JZ"});
+}
+
+// The gate of the boxes is open here, which no run ever does.
+class SettingsBoxTest : public SiblingTest {
+protected:
+  SettingsBoxTest() {
+    run.m_pubCls = services_;
+    run.m_bManual = run.m_bCancelable = true;
+  }
+  std::shared_ptr<AskingServices> services_ = std::make_shared<AskingServices>(run.m_pubCls);
+};
+
+TEST_F(SettingsBoxTest, NothingIsSaidOfTablesThatArrive) {
+  putEverywhere(opening, "新年");
+  JzOtherTables();
+  EXPECT_TRUE(services_->boxes.empty());
+}
+
+TEST_F(SettingsBoxTest, ASiblingThatSaysNoHasItsTextShown) {
+  sibling().answer = false;
+  JzOtherTables();
+  EXPECT_EQ(services_->boxes, (std::vector<Box>{{"未结转", 0, ""}}));
+}
+
+TEST_F(SettingsBoxTest, ZeroIsNoAndAnyOtherNumberYes) {
+  sibling().answer = 0;
+  JzOtherTables();
+  EXPECT_EQ(services_->boxes.size(), 1u);
+  sibling().answer = 1;
+  JzOtherTables();
+  EXPECT_EQ(services_->boxes.size(), 1u);
+}
+
+TEST_F(SettingsBoxTest, AFailureHasItsDescriptionShown) {
+  failAt("Delete From GL_mitemused");
+  JzOtherTables();
+  EXPECT_EQ(services_->boxes, (std::vector<Box>{{"failure to order", 0, ""}}));
+}
+
+TEST_F(SettingsBoxTest, AFailureOfTheSiblingHasItsDescriptionShown) {
+  sibling().fails = true;
+  JzOtherTables();
+  EXPECT_EQ(services_->boxes, (std::vector<Box>{{"sibling failed", 0, ""}}));
 }
 
 TEST_F(SettingsTablesTest, WithoutTheSiblingTheTablesAreCopiedAndTheHostHasANote) {

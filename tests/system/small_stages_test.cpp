@@ -37,6 +37,24 @@ TEST_F(CashItemsTest, ThatTheClosingYearKnowsAreCarriedForBothKinds) {
   expectItems({of98, ofZF, later});
 }
 
+// The look for a kind of item goes to the underlying connection, everything else to the wrapper around it.
+TEST_F(CashItemsTest, RunTheirStatementsInOrder) {
+  forgetStatements();
+  JzCashItemDataSource(run.m_strLastDB, run.m_strCurDB);
+  const std::vector<std::pair<bool, std::string>> expected = {
+      {false, "delete from " + opening.database + "..GL_CashItemDataSource where iyear=2006"},
+      {true, "select 1 from sysobjects where id=object_id('fitemss98') "},
+      {false, "insert into " + opening.database + "..GL_CashItemDataSource("},
+      {true, "select 1 from sysobjects where id=object_id('fitemssZF') "},
+      {false, "insert into " + opening.database + "..GL_CashItemDataSource("}};
+  ASSERT_EQ(statements().size(), expected.size());
+  for (std::size_t i = 0; i < expected.size(); ++i) {
+    EXPECT_EQ(statements()[i].raw, expected[i].first) << statements()[i].text;
+    EXPECT_TRUE(statements()[i].text.starts_with(expected[i].second)) << statements()[i].text;
+    EXPECT_EQ(statements()[i].database, opening.database);
+  }
+}
+
 TEST_F(CashItemsTest, OfTwoMissingKindsAreOnlyDeleted) {
   sql(opening, "drop table fitemss98 drop table fitemssZF");
   sql(closing, "drop table fitemss98 drop table fitemssZF");
@@ -207,6 +225,9 @@ TEST_F(ClearSyKmTest, DoesNotTouchTheDialogWithoutTheOption) {
 TEST_F(ClearSyKmTest, LoadsADialogThatNobodyOpenedAndClearsNothing) {
   sql(opening, "update code set cclass=N'损益', igrade=1");
   fill(opening, "gl_accsum", {"ccode | iperiod | mb", "5101 | 1 | 5"});
+  EXPECT_EQ(frmSyKmSel().CtlSelList1.left(), DoubleList::Entries{"5101 科目5101"});  // it could have been chosen
+  EXPECT_EQ(frmSyKmSel().CtlSelList1.right(), DoubleList::Entries{});
+  frmSyKmSel.unload();
   forgetStatements();
   ClearSyKm();
   EXPECT_EQ(count("gl_accsum"), 1);

@@ -67,8 +67,8 @@ public:
   }
 
   // Remembers the statement, and fails it when it is the one that shall fail.
-  void note(const std::string& text) {
-    spy_->statements.push_back({database_, text});
+  void note(const std::string& text, bool raw = false) {
+    spy_->statements.push_back({database_, text, raw});
     if (spy_->failAt.empty() || text.find(spy_->failAt) == std::string::npos) return;
     spy_->failAt.clear();
     throw RunTimeError(platform::ServerFailure{50000, 16, 1, "failure to order", text});
@@ -86,13 +86,13 @@ int SpyRawConnection::State() const {
   return owner_.innerRaw().State();
 }
 std::unique_ptr<Recordset> SpyRawConnection::Open(const std::string& sql) {
-  owner_.note(sql);
+  owner_.note(sql, true);
   return owner_.innerRaw().Open(sql);
 }
 std::unique_ptr<Recordset> SpyRawConnection::OpenCommand(const std::string& sql,
                                                          const std::vector<platform::TextParameter>& parameters,
                                                          int timeoutSeconds) {
-  owner_.note(sql);
+  owner_.note(sql, true);
   return owner_.innerRaw().OpenCommand(sql, parameters, timeoutSeconds);
 }
 

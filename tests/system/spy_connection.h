@@ -12,6 +12,7 @@ namespace gljz::test {
 struct SpiedStatement {
   std::string database;
   std::string text;  // "begin", "commit", "rollback", "open", "close" for what is no statement
+  bool raw = false;  // over the underlying database connection
 };
 
 struct Spy {

@@ -4,6 +4,7 @@
 #include "dialogs/frm_nbalance.h"
 #include "driver/progress.h"
 #include "system/ledger_fixture.h"
+#include "system/observers.h"
 
 namespace gljz::test {
 namespace {
@@ -201,6 +202,38 @@ TEST_F(TransferDefinitionsTest, AnItemThatIsGoneKeepsTheDefinitionBehind) {
   expectLeftOut("项目|0101|销售商品|转账定义：新年度中不存在");
 }
 
+TEST_F(TransferDefinitionsTest, AnItemWithoutAClassIsGoneWhateverTheNewYearHas) {
+  account("5502");
+  fill(opening, "fitemss98", {"citemcode", "0101"});
+  definitions(closing, {"itype | ctran_id | inid | ccode | citem_id", "1 | 0001 | 1 | 5502 | 0101"});
+  expectLeftOut("项目|0101||转账定义：新年度中不存在");
+}
+
+TEST_F(TransferDefinitionsTest, AnItemClassWithoutAnItemIsNotAskedFor) {
+  account("5502");
+  definitions(closing, {"itype | ctran_id | inid | ccode | citem_class", "1 | 0001 | 1 | 5502 | 98"});
+  JzBautotran();
+  expectDefinitions({"1 | 0001 | 1 | 5502"});
+}
+
+TEST_F(TransferDefinitionsTest, TheNewYearIsAskedForEachRecordInOrder) {
+  account("5502");
+  fill(opening, "Department", {"cDepCode | cDepName", "0201 | 采购部"});
+  fill(opening, "Person", {"cPersonCode | cPersonName", "P1 | 张三"});
+  fill(opening, "Customer", {"cCusCode", "C6"});
+  fill(opening, "Vendor", {"cVenCode", "V4"});
+  definitions(closing, {"itype | ctran_id | inid | ccode | cdept_id | cperson_id | ccus_id | csup_id | citem_class | "
+                        "citem_id",
+                        "1 | 0001 | 1 | 5502 | 0201 | P1 | C6 | V4 | 98 | 0101"});
+  const auto services = std::make_shared<AskingServices>(run.m_pubCls);
+  run.m_pubCls = services;
+  JzBautotran();
+  EXPECT_EQ(services->questions,
+            (std::vector<std::string>{"MatchCode 5502 2 true", "MatchDepartment 0201 0 true", "MatchPerson P1 0 true",
+                                      "MatchCustomer C6 0 true", "MatchVendor V4 0 true", "MatchItem 0101 98 0 true"}));
+  expectDefinitions({});
+}
+
 TEST_F(TransferDefinitionsTest, RecordsThatTheNewYearHasPass) {
   account("5502");
   fill(opening, "Department", {"cDepCode | cDepName", "0201 | 采购部"});
@@ -269,6 +302,52 @@ TEST_F(TransferDefinitionsTest, TheOperatorSeesTheAccountAndTheLastStepDone) {
   EXPECT_EQ(frmJZSN().Label2(7), "Y");
   EXPECT_EQ(frmJZSN().Label1(7).ForeColor, black);
   EXPECT_EQ(run.m_strFuncDesc, "结转函数--结转上年转帐定义GL_bautotran");
+}
+
+TEST_F(TransferDefinitionsTest, EachRowLetsWindowEventsThroughWatchedOrNot) {
+  account("1001");
+  account(closing, "1901");
+  definitions(closing, {"itype | ctran_id | inid | ccode", "1 | 0001 | 1 | 1001", "1 | 0001 | 2 | 1001",
+                        "1 | 0002 | 1 | 1901", "1 | 0002 | 2 | 1901", "1 | 0003 | 1 | 9999"});
+  CountingForms windows;
+  surroundings_.forms = &windows;
+  JzBautotran();
+  EXPECT_EQ(windows.eventRounds, 3);  // a row behind one that fails is not looked at, nor one without an account
+  surroundings_.forms = &forms();
+}
+
+TEST_F(TransferDefinitionsTest, ChecksAndCopiesOneDefinitionAfterTheOther) {
+  account("1001");
+  definitions(closing, {"itype | ctran_id | inid | ccode", "1 | 0001 | 1 | 1001", "80 | 0002 | 1 | 1001"});
+  definitions(opening, {"itype | ctran_id | inid | ccode", "80 | 0002 | 1 | 1001"});
+  fill(opening, "gl_tranreport", {"itype | ctran_id | vouchYear", "80 | 0002 | 2006"});
+  forgetStatements();
+  JzBautotran();
+  const std::vector<std::pair<const Side*, std::string>> expected = {
+      {&opening, "delete from gl_bautotran where not (itype=80 or itype=81) "},
+      {&opening, "delete from gl_tranreport where  vouchyear<>2006"},
+      {&opening, "delete from gl_bautotran where  gl_bautotran.itype in (80,81)"},
+      {&closing, "select gl_bautotran.itype,gl_bautotran.ctran_id from gl_bautotran group by"},
+      {&closing, "select code.ccode,code.ccode_name,"},
+      {&opening, "insert into gl_bautotran ("},
+      {&closing, "select code.ccode,code.ccode_name,"},
+      {&opening, "select * from gl_bautotran where itype= 80 and ctran_id=N'0002'"},
+      {&opening, "delete from gl_bautotran where itype=80 and ctran_id= N'0002'"},
+      {&opening, "insert into gl_bautotran ("},
+      {&opening, "update gl_bautotran set RefJe_f=isum from gl_bautotran, "},
+      {&opening, "delete from [GL_TranReport] where vouchYear<2006"},
+      {&opening, "insert into [GL_TranReport]  ("}};
+  std::size_t next = 0;
+  for (const auto& statement : statements()) {
+    const bool ofTheStage =
+        statement.text.find("tran") != std::string::npos || statement.text.find("GL_TranReport") != std::string::npos;
+    if (!ofTheStage) continue;  // look-ups of accounts
+    ASSERT_LT(next, expected.size()) << statement.text;
+    EXPECT_TRUE(statement.text.starts_with(expected[next].second)) << statement.text;
+    EXPECT_EQ(statement.database, expected[next].first->database) << statement.text;
+    ++next;
+  }
+  EXPECT_EQ(next, expected.size());
 }
 
 // --- What the new year has.

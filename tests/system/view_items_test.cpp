@@ -1,8 +1,11 @@
 #include "settings/view_items.h"
 
 #include <algorithm>
+#include <array>
 
+#include "system/fault_injection.h"
 #include "system/ledger_fixture.h"
+#include "system/observers.h"
 
 namespace gljz::test {
 namespace {
@@ -50,6 +53,30 @@ TEST_F(ViewItemsTest, TheFirstRunMakesTheSchemaInTheNewYear) {
   EXPECT_EQ(text(opening, "select count(*) from GL_XmZcDetail"), "0");
   expectRows(opening, "select * from PrintEx",
              {"GL | Null | 143 | 青石专版 | GLQsZb | 9 | 0 | 2 | GLQsZbU | GLQsZbD | 0 | 0 | 0 | 0 | 0 | 0"});
+}
+
+// Types are the server's numbers: 48 tinyint, 52 smallint, 56 int, 60 money, 61 datetime, 62 float, 104 bit, 167
+// varchar.
+TEST_F(ViewItemsTest, TheSchemaHasItsTypes) {
+  ViewItemSchema();
+  const auto columns = [](const char* table) {
+    return std::string("select name,xtype,length,isnullable from syscolumns where id=object_id(N'") + table + "')";
+  };
+  expectRows(opening, columns("code") + " and name in (N'iViewItem',N'bGCJS') order by colid",
+             {"iViewItem | 56 | 4 | 0", "bGCJS | 104 | 1 | 0"});
+  expectRows(opening, columns("GL_ViewItem") + " order by colid",
+             {"iID | 56 | 4 | 0", "cTitleName | 167 | 30 | 0", "cQcQmName | 167 | 20 | 0", "cTJFS | 167 | 4 | 0",
+              "cCode1 | 167 | 80 | 1", "cCode2 | 167 | 80 | 1", "cCode3 | 167 | 80 | 1", "cCode4 | 167 | 80 | 1",
+              "cCode5 | 167 | 80 | 1"});
+  expectRows(opening, columns("GL_XmZcDetail") + " order by colid",
+             {"iID | 56 | 4 | 0",        "iPeriod | 48 | 1 | 0",      "cSign | 167 | 8 | 0",
+              "iNo_id | 52 | 2 | 0",     "inid | 52 | 2 | 0",         "dbill_date | 61 | 8 | 1",
+              "isignseq | 56 | 4 | 1",   "cCode | 167 | 80 | 0",      "cPerson_id | 167 | 8 | 1",
+              "cDept_id | 167 | 12 | 1", "cCus_id | 167 | 12 | 1",    "cSup_id | 167 | 12 | 1",
+              "cItem_id | 167 | 20 | 1", "cItem_class | 167 | 2 | 1", "cStructure | 167 | 30 | 1",
+              "cArea | 167 | 10 | 1",    "curBuildCost | 60 | 8 | 1", "cName | 167 | 50 | 1",
+              "cType | 167 | 10 | 1",    "cUnit | 167 | 5 | 1",       "iNumber | 62 | 8 | 1",
+              "curInstall | 60 | 8 | 1", "curEquipment | 60 | 8 | 1", "bIfInstall | 104 | 1 | 0"});
 }
 
 TEST_F(ViewItemsTest, TablesOfAnEarlierEditionAreDroppedAlongTheWay) {
@@ -194,6 +221,15 @@ TEST_F(ViewItemsTest, ColumnsOfAViewItemArePlacedByPosition) {
   expectViewItems({"1 | A | B | C | D | Null | Null | Null | Null"});
 }
 
+TEST_F(ViewItemsTest, AColumnThatTheNewTableLacksIsPassedOver) {
+  makeSchemaOfClosingYear();
+  sql(closing, "alter table GL_ViewItem add cMore varchar(10) null");
+  viewItem(closing, "1", "货币资金");
+  sql(closing, "update GL_ViewItem set cMore='x'");
+  JzViewItem();
+  expectViewItems({"1 | 货币资金 | 期初 | 借 | Null | 1001 | Null | Null | Null"});
+}
+
 TEST_F(ViewItemsTest, ATableThatHasRowsIsNeverMergedWith) {
   account("1001");
   makeSchemaOfClosingYear();
@@ -204,6 +240,122 @@ TEST_F(ViewItemsTest, ATableThatHasRowsIsNeverMergedWith) {
   JzViewItem();
   expectAccounts({"2006 | 1001 | 8 | 0"});  // the accounts' values are carried each time
   expectRows(opening, "select iID from GL_ViewItem", {"1"});
+}
+
+// --- What an operator would read.
+
+class ViewItemMessagesTest : public ViewItemsTest {
+protected:
+  ViewItemMessagesTest() {
+    run.m_pubCls = services_;
+    run.m_bManual = run.m_bCancelable = true;
+  }
+  static Box remark(const char* key) { return {key, 64, "Orvo.GL.TqGLJZ.00094"}; }
+  void expectRemarks(const std::vector<Box>& expected) {
+    services_->boxes.clear();
+    JzViewItem();
+    EXPECT_EQ(services_->boxes, expected);
+  }
+  std::shared_ptr<AskingServices> services_ = std::make_shared<AskingServices>(run.m_pubCls);
+};
+
+TEST_F(ViewItemMessagesTest, WithoutAChartThatOfTheAccountsAndTheStageGoesOn) {
+  makeSchemaOfClosingYear();
+  expectRemarks({remark("Orvo.GL.TqGLJZ.00269"), remark("Orvo.GL.TqGLJZ.00273")});
+}
+
+TEST_F(ViewItemMessagesTest, WithoutViewItemsThatThereIsNothingToCarry) {
+  account("1001");
+  makeSchemaOfClosingYear();
+  expectRemarks({remark("Orvo.GL.TqGLJZ.00273")});
+  sql(closing, "drop table GL_ViewItem");
+  expectRemarks({remark("Orvo.GL.TqGLJZ.00273")});  // a table that is not there has no rows either
+}
+
+TEST_F(ViewItemMessagesTest, OnASecondRunThatTheNewYearHasViewItems) {
+  account("1001");
+  makeSchemaOfClosingYear();
+  viewItem(closing, "1", "货币资金");
+  expectRemarks({});
+  expectRemarks({remark("Orvo.GL.TqGLJZ.00271")});
+}
+
+TEST_F(ViewItemMessagesTest, NothingUnlessSomebodyWatches) {
+  run.m_bManual = false;
+  expectRemarks({});
+}
+
+// --- Failures behind the statements: a move, a row that is written.
+
+class ViewItemFailuresTest : public ViewItemsTest {
+protected:
+  ViewItemFailuresTest() {
+    for (const char* code : {"1001", "1002", "1003"}) account(code);
+    makeSchemaOfClosingYear();
+    sql(closing, "update code set iViewItem=5, bGCJS=1");
+    for (const char* id : {"1", "2", "3"}) viewItem(closing, id, "甲");
+    ViewItemSchema();
+    run.m_pubCls = services_;
+  }
+  // Runs the stage from the start with the n-th call failing.
+  void failAt(int n) {
+    sql(opening, "update code set iViewItem=0, bGCJS=0 delete from GL_ViewItem");
+    faults_->failAt(n);
+    EXPECT_NO_THROW(JzViewItem()) << faults_->failed();
+  }
+  // "iViewItem bGCJS" of the three accounts, and the ids of the view items.
+  std::string accounts() {
+    return joined("select cast(iViewItem as varchar(2))+' '+cast(bGCJS as varchar(2)) from code");
+  }
+  std::string viewItems() { return joined("select iID from GL_ViewItem order by iID"); }
+  std::string joined(const std::string& query) {
+    std::string all;
+    for (const auto& row : rows(opening, query)) all += all.empty() ? row : ", " + row;
+    return all;
+  }
+  std::shared_ptr<Faults> faults_ = std::make_shared<Faults>();
+  std::shared_ptr<AskingServices> services_ = std::make_shared<AskingServices>(run.m_pubCls);
+};
+
+TEST_F(ViewItemFailuresTest, OfTheClosingYearEndTheirHalfAndTheOtherRuns) {
+  run.m_conn = faultyConnection(faults_, run.m_conn);
+  const std::vector<std::array<std::string, 3>> expected = {
+      {"Select * from code Order by ccode", "0 0, 0 0, 0 0", "1, 2, 3"},
+      {"move", "5 1, 0 0, 0 0", "1, 2, 3"},
+      {"move", "5 1, 5 1, 0 0", "1, 2, 3"},
+      {"move", "5 1, 5 1, 5 1", "1, 2, 3"},
+      {"Select * from GL_viewitem", "5 1, 5 1, 5 1", ""},
+      {"move", "5 1, 5 1, 5 1", "1"},
+      {"move", "5 1, 5 1, 5 1", "1, 2"},
+      {"move", "5 1, 5 1, 5 1", "1, 2, 3"}};
+  for (std::size_t i = 0; i < expected.size(); ++i) {
+    failAt(static_cast<int>(i) + 1);
+    EXPECT_EQ((std::array{faults_->failed(), accounts(), viewItems()}), expected[i]) << i;
+  }
+  failAt(static_cast<int>(expected.size()) + 1);
+  EXPECT_FALSE(faults_->happened());
+}
+
+// Each statement of its own: what fails is passed over, what follows runs.
+TEST_F(ViewItemFailuresTest, OfTheNewYearArePassedOverOneByOne) {
+  services_->replacedConnection = faultyConnection(faults_, services_->NewYearConn());
+  const std::vector<std::array<std::string, 3>> ofTheFirstAccount = {
+      {"Select * from code Where ccode='1001'", "0 0, 5 1, 5 1", "1, 2, 3"},
+      {"set iViewItem", "0 1, 5 1, 5 1", "1, 2, 3"},
+      {"set bGCJS", "5 0, 5 1, 5 1", "1, 2, 3"},
+      {"update", "0 0, 5 1, 5 1", "1, 2, 3"}};
+  for (std::size_t i = 0; i < ofTheFirstAccount.size(); ++i) {
+    failAt(static_cast<int>(i) + 1);
+    EXPECT_EQ((std::array{faults_->failed(), accounts(), viewItems()}), ofTheFirstAccount[i]) << i;
+  }
+  for (int n = 13;; ++n) {
+    failAt(n);
+    if (!faults_->happened()) break;
+    EXPECT_EQ(accounts(), "5 1, 5 1, 5 1") << n;
+    if (faults_->failed() == "set cCode2") {
+      EXPECT_EQ(viewItems(), "1, 2, 3") << n;
+    }
+  }
 }
 
 // --- In a run.

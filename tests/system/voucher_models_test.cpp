@@ -1,5 +1,7 @@
+#include "detail/jz_data.h"
 #include "settings/models.h"
 #include "system/ledger_fixture.h"
+#include "system/observers.h"
 
 namespace gljz::test {
 namespace {
@@ -62,6 +64,100 @@ TEST_F(VoucherModelsTest, OfTheNewYearAreKeptInAWatchedRunWhateverTheOptionSays)
   expectModels("9", "9", "9", "9");
   EXPECT_FALSE(wasRun("Delete from GL_modelpreplace"));
 }
+
+// The gate of the boxes is open here, which no run ever does.
+class VoucherModelQuestionTest : public VoucherModelsTest {
+protected:
+  VoucherModelQuestionTest() {
+    model(opening, "9", "旧");
+    run.m_pubCls = services_;
+    run.m_bManual = run.m_bCancelable = true;
+  }
+  std::shared_ptr<AskingServices> services_ = std::make_shared<AskingServices>(run.m_pubCls);
+};
+
+TEST_F(VoucherModelQuestionTest, IsAskedWithYesAndNo) {
+  EXPECT_TRUE(JzModel());
+  EXPECT_EQ(services_->boxes, (std::vector<Box>{{"Orvo.GL.TqGLJZ.00295", 68, ""}}));
+}
+
+TEST_F(VoucherModelQuestionTest, YesReplacesWhateverTheOptionSays) {
+  services_->answer = 6;
+  EXPECT_TRUE(JzModel());
+  expectModels("1", "1", "1", "1");
+}
+
+TEST_F(VoucherModelQuestionTest, AnyOtherAnswerKeeps) {
+  run.CoverBankModalData = true;
+  for (const int answer : {7, 2, 0}) {
+    services_->answer = answer;
+    EXPECT_TRUE(JzModel());
+    expectModels("9", "9", "9", "9");
+  }
+}
+
+TEST_F(VoucherModelQuestionTest, IsNotAskedWhenTheNewYearHasNone) {
+  for (const char* table : {"GL_ModelMain", "GL_modelpreplace", "GL_ModelSub1", "GL_ModelSub2"})
+    sql(opening, std::string("delete from ") + table);
+  EXPECT_TRUE(JzModel());
+  EXPECT_TRUE(services_->boxes.empty());
+  expectModels("1", "1", "1", "1");
+}
+
+TEST_F(VoucherModelQuestionTest, AFailureOfTheStageIsToldByTheStageSequence) {
+  services_->answer = 6;
+  sql(opening, "drop table GL_ModelSub1");
+  account("1001");
+  JzData();
+  ASSERT_EQ(services_->boxes.size(), 2u);
+  EXPECT_EQ(services_->boxes[1], (Box{"Orvo.GL.TqGLJZ.00093", 64, "Orvo.GL.TqGLJZ.00094"}));
+}
+
+// --- The order of the statements.
+
+class VoucherModelStatementsTest : public VoucherModelsTest {
+protected:
+  void expectStatements(const std::vector<std::string>& expected) {
+    forgetStatements();
+    EXPECT_TRUE(JzModel());
+    std::vector<std::string> found;
+    for (const auto& statement : statements()) {
+      EXPECT_EQ(statement.database, opening.database);
+      found.push_back(statement.text);
+    }
+    EXPECT_EQ(found, expected);
+  }
+  const std::string select = "select modelId from GL_ModelMain", deletePreplace = "Delete from GL_modelpreplace";
+  std::string insert(const std::string& table) {
+    return "Insert into " + table + " select * from " + closing.database + ".." + table;
+  }
+};
+
+TEST_F(VoucherModelStatementsTest, ReplacementDeletesTheFourTablesAndTheReplacementsOnceMore) {
+  model(opening, "9", "旧");
+  run.CoverBankModalData = true;
+  expectStatements({select, "Delete from GL_ModelMain", deletePreplace, "Delete from GL_ModelSub1",
+                    "Delete from GL_ModelSub2", deletePreplace, insert("GL_ModelMain"), insert("GL_modelpreplace"),
+                    insert("GL_ModelSub1"), insert("GL_ModelSub2")});
+}
+
+TEST_F(VoucherModelStatementsTest, ANewYearWithoutModelsHasItsReplacementsDeletedWithTheOption) {
+  run.CoverBankModalData = true;
+  expectStatements({select, deletePreplace, insert("GL_ModelMain"), insert("GL_modelpreplace"), insert("GL_ModelSub1"),
+                    insert("GL_ModelSub2")});
+}
+
+TEST_F(VoucherModelStatementsTest, NothingIsDeletedUnattendedWithoutTheOption) {
+  expectStatements(
+      {select, insert("GL_ModelMain"), insert("GL_modelpreplace"), insert("GL_ModelSub1"), insert("GL_ModelSub2")});
+}
+
+TEST_F(VoucherModelStatementsTest, ModelsThatAreKeptCostOneSelection) {
+  model(opening, "9", "旧");
+  expectStatements({select});
+}
+
+// --- Leftovers.
 
 TEST_F(VoucherModelsTest, LeftoverReplacementsMakeAnUnattendedCopyFail) {
   fill(opening, "GL_modelpreplace", {"modelId | cKey | cText", "1 | {季} | 旧"});

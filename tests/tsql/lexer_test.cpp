@@ -199,7 +199,8 @@ std::string shapeOf(const std::string& text) {
 }
 
 TEST(Shape, ContentsOfLiteralsDoNotCount) {
-  EXPECT_EQ(shapeOf("Select A from T where b=1 and c='x'"), shapeOf("select a\nfrom t where b = 25 and c = 'other'"));
+  EXPECT_EQ(shapeOf("select A from T where b=1 and c='x'"), shapeOf("select A\nfrom T where b = 25 and c = 'other'"));
+  EXPECT_NE(shapeOf("select a as Total"), shapeOf("select a as TOTAL"));
   EXPECT_EQ(shapeOf("values(1.50,$2,1e3,0x1)"), shapeOf("values(22.75,$3,2e5,0xff)"));
 }
 

@@ -67,7 +67,18 @@ TEST(Printer, Definitions) {
       "check (a>0), foreign key (a,d) references v(a,b) on update cascade)");
   expectStable("alter table t add e int default 0, constraint d2 default (getdate()) for f, unique (e desc)");
   expectStable("create proc p @a int, @b nvarchar(10)=N'x' as if @a is null return 1 exec q @a, @c=@b");
-  expectStable("set language N'简体中文' set datefirst 7 set statistics io on set deadlock_priority low");
+  expectStable("set language N'us_english' set datefirst 7 set statistics io on set deadlock_priority low");
+}
+
+TEST(Printer, VariablesLoopsAndTransactions) {
+  expectStable(
+      "declare @a int, @b nvarchar(5) = N'x' set @a = 1 while @a < 3 begin set @a = @a + 1 if @a = 2 continue else "
+      "break "
+      "end select @a = id, @b = c from t");
+  expectStable("raiserror ('x %d', 16, 1, @a) raiserror 50001 'old' print 'said'");
+  expectStable("begin transaction x save transaction s rollback transaction s rollback transaction [x]");
+  expectStable("exec @a = p default, @b output, @c = @d output");
+  expectStable("create proc p @a int output, @b int = 1 output as return @a");
 }
 
 TEST(Printer, ParametersAndVariables) {

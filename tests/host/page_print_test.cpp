@@ -1,0 +1,231 @@
+// The reference print control: pages of PDF, read back with the tools of poppler, and of plain text.
+#include "host/print/page_print.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <regex>
+
+#include "host/format_database.h"
+#include "host/program.h"
+
+namespace host {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+using ::testing::StartsWith;
+using Rows = std::vector<std::vector<std::string>>;
+
+class PagePrintTest : public ::testing::Test {
+protected:
+  PagePrintTest() {
+    const auto database = openFormatDatabase(folder_.file("format.db"));
+    database->Execute("CREATE TABLE ZPDJ_Head (P1 String,P2 String)");
+    database->Execute("CREATE TABLE ZPDJ_Tail (P1 String)");
+    addRow(*database, "ZPDJ_Head", {{"P1", "上年余额结转报告"}});
+    addRow(*database, "ZPDJ_Tail", {{"P1", "核算单位：青石商贸"}});
+    layouts("paper a5 landscape\nrow\ntext \"{P1}\" centre size 14 bold\nrow\ntext \"{P2}\"\n",
+            "rule\nrow\ntext \"{P1}\"\ntext \"第 {page} 页，共 {pages} 页\" right\n");
+    grid_ = {{"科目编码", "科目名称", "期初余额"}};
+    for (int i = 1; i <= 100; ++i) grid_.push_back({std::to_string(1000 + i), "现金账户", std::to_string(i) + ".50"});
+  }
+  static void addRow(platform::FormatDatabase& database, const std::string& table,
+                     const std::vector<std::pair<std::string, std::string>>& fields) {
+    const auto rows = database.OpenTable(table);
+    rows->AddNew();
+    for (const auto& [name, text] : fields) rows->SetField(name, text);
+    rows->Update();
+  }
+  void layouts(const std::string& head, const std::string& foot) const {
+    folder_.write("head.rep", head);
+    folder_.write("foot.rep", foot);
+  }
+  // Prints into a file of the folder; what the control answers.
+  int print(const std::string& name) {
+    platform::PrintControl::Job job;
+    job.formatDatabase = folder_.file("format.db");
+    job.headLayout = folder_.file("head.rep"), job.headTable = "ZPDJ_Head";
+    job.footLayout = folder_.file("foot.rep"), job.footTable = "ZPDJ_Tail";
+    job.grid = &grid_;
+    job.columnWidths = {800, 1200, 800};
+    job.alignments = {0, 0, 1};
+    control_.printTo(name.empty() ? "" : folder_.file(name));
+    return control_.Print(job);
+  }
+  // Standard output of a tool that reads the PDF.
+  std::string read(const std::string& command) const {
+    const std::string out = folder_.file("tool.out");
+    EXPECT_EQ(std::system((command + " >" + test::shellQuoted(out)).c_str()), 0) << command;
+    return test::contentOf(out);
+  }
+  std::string pdfText() const {
+    return read("pdftotext -layout -enc UTF-8 " + test::shellQuoted(folder_.file("p.pdf")) + " -");
+  }
+  static std::vector<std::string> pagesOf(const std::string& text) {
+    std::vector<std::string> pages(1);
+    for (const char c : text)
+      if (c == '\f')
+        pages.emplace_back();
+      else
+        pages.back() += c;
+    if (pages.back().empty()) pages.pop_back();  // pdftotext ends each page with a form feed
+    return pages;
+  }
+
+  test::TemporaryFolder folder_;
+  PagePrint control_{"zh-CN"};
+  Rows grid_;
+};
+
+// What pages of either kind have in common.
+void expectWholePages(const std::vector<std::string>& pages) {
+  ASSERT_GT(pages.size(), 1u);
+  int next = 1001;
+  for (std::size_t n = 0; n < pages.size(); ++n) {
+    EXPECT_THAT(pages[n], HasSubstr("上年余额结转报告"));
+    EXPECT_THAT(pages[n], HasSubstr("科目编码")) << "the header row is repeated";
+    EXPECT_THAT(pages[n], HasSubstr("核算单位：青石商贸"));
+    EXPECT_THAT(pages[n], HasSubstr("第 " + std::to_string(n + 1) + " 页，共 " + std::to_string(pages.size()) + " 页"));
+    const std::regex row("(1\\d{3}) +现金账户 +(\\d+)\\.50");
+    for (std::sregex_iterator it(pages[n].begin(), pages[n].end(), row), end; it != end; ++it, ++next) {
+      EXPECT_EQ((*it)[1], std::to_string(next));
+      EXPECT_EQ((*it)[2], std::to_string(next - 1000));
+    }
+  }
+  EXPECT_EQ(next, 1101) << "every row once, in order";
+}
+
+TEST_F(PagePrintTest, PdfPagesHaveHeadHeaderRowFootAndNumber) {
+  ASSERT_EQ(print("p.pdf"), 0) << control_.failure();
+  EXPECT_EQ(control_.unknownCharacters(), 0u) << "a font for Chinese is missing";
+  expectWholePages(pagesOf(pdfText()));
+  const std::string info = read("pdfinfo " + test::shellQuoted(folder_.file("p.pdf")));
+  EXPECT_THAT(info, HasSubstr("Title:           上年余额结转报告"));
+  EXPECT_TRUE(
+      std::regex_search(info, std::regex("Page size: +595\\.\\d* x 419\\.\\d* pts|Page size: +595\\.\\d* x 420")))
+      << info;
+}
+
+TEST_F(PagePrintTest, TextPagesHaveTheSame) {
+  ASSERT_EQ(print("p.txt"), 0) << control_.failure();
+  const std::string text = test::contentOf(folder_.file("p.txt"));
+  expectWholePages(pagesOf(text));
+  for (const std::string& page : pagesOf(text)) EXPECT_LE(std::count(page.begin(), page.end(), '\n'), 60);
+}
+
+// Fonts are in the file, so that it looks the same everywhere, and ink is on the paper.
+TEST_F(PagePrintTest, PdfDrawsItsTexts) {
+  ASSERT_EQ(print("p.pdf"), 0);
+  const std::string file = test::shellQuoted(folder_.file("p.pdf"));
+  std::istringstream fonts(read("pdffonts " + file));
+  std::string line;
+  std::getline(fonts, line), std::getline(fonts, line);
+  int embedded = 0;
+  while (std::getline(fonts, line)) {
+    EXPECT_TRUE(std::regex_search(line, std::regex("(WinAnsi|Identity-H|Custom) +yes yes yes"))) << line;
+    ++embedded;
+  }
+  EXPECT_GT(embedded, 0);
+  read("pdftoppm -r 50 -gray -f 1 -l 1 " + file + " " + test::shellQuoted(folder_.file("page")));
+  std::string picture;
+  for (const auto& entry : std::filesystem::directory_iterator(folder_.text()))
+    if (entry.path().extension() == ".pgm") picture = test::contentOf(entry.path().string());
+  ASSERT_THAT(picture, StartsWith("P5"));
+  const auto dark =
+      std::count_if(picture.begin() + 15, picture.end(), [](char c) { return static_cast<unsigned char>(c) < 128; });
+  EXPECT_GT(dark, 1000);
+  EXPECT_LT(dark, static_cast<long>(picture.size() / 4));
+}
+
+TEST_F(PagePrintTest, LongTextsBreakAndNumbersDoNot) {
+  const std::string name(200, 'w');
+  grid_ = {{"科目编码", "科目名称", "期初余额"}, {"1001", "长期待摊费用 " + name, "-123456789012.34"}};
+  ASSERT_EQ(print("p.pdf"), 0);
+  const std::string text = pdfText();
+  EXPECT_THAT(text, HasSubstr("-123456789012.34"));
+  EXPECT_THAT(text, Not(HasSubstr(name)));
+  EXPECT_EQ(std::count(text.begin(), text.end(), 'w'), 200);
+}
+
+TEST_F(PagePrintTest, ARowHigherThanAPageDoesNotStopThePrint) {
+  grid_ = {{"a", "b", "c"}, {"1", std::string(20'000, 'w'), "2"}, {"3", "x", "4"}};
+  ASSERT_EQ(print("p.pdf"), 0);
+  EXPECT_THAT(pdfText(), HasSubstr("x"));
+}
+
+TEST_F(PagePrintTest, AGridWithoutRowsIsOnePage) {
+  grid_.resize(1);
+  ASSERT_EQ(print("p.pdf"), 0);
+  EXPECT_THAT(pdfText(), HasSubstr("第 1 页，共 1 页"));
+  grid_.clear();
+  ASSERT_EQ(print("p.txt"), 0);
+  EXPECT_THAT(test::contentOf(folder_.file("p.txt")), HasSubstr("第 1 页，共 1 页"));
+}
+
+TEST_F(PagePrintTest, BytesThatAreNoTextArePrintedAsSuch) {
+  grid_ = {{"a", "b", "c"}, {"1\xC3", "line\nline", "\x01"}};
+  EXPECT_EQ(print("p.pdf"), 0) << control_.failure();
+  EXPECT_THAT(pdfText(), HasSubstr("line line"));
+}
+
+TEST_F(PagePrintTest, WithoutAFileTheOperatorHasLeft) {
+  EXPECT_EQ(print(""), PagePrint::operatorLeft);
+  EXPECT_EQ(control_.failure(), "");
+  EXPECT_EQ(control_.printed(), 0u);
+}
+
+TEST_F(PagePrintTest, AMistakeInALayoutIsToldAndPrintsNothing) {
+  layouts("row\ntext \"{P3}\"\n", "row\n");
+  EXPECT_EQ(print("p.pdf"), PagePrint::badLayout);
+  EXPECT_EQ(control_.failure(), folder_.file("head.rep") + ":2: there is no field {P3}");
+  layouts("row\n", "row\ntexts\n");
+  EXPECT_EQ(print("p.txt"), PagePrint::badLayout);
+  EXPECT_EQ(control_.failure(), folder_.file("foot.rep") + ":2: \"texts\" is no directive");
+  std::filesystem::remove(folder_.file("foot.rep"));
+  EXPECT_EQ(print("p.txt"), PagePrint::badLayout);
+  EXPECT_FALSE(std::filesystem::exists(folder_.file("p.pdf")));
+  EXPECT_FALSE(std::filesystem::exists(folder_.file("p.txt")));
+}
+
+TEST_F(PagePrintTest, LayoutsThatLeaveNoRoomAreRefused) {
+  std::string rows;
+  for (int i = 0; i < 70; ++i) rows += "row\ntext \"x\" size 30\n";
+  layouts(rows, "row\n");
+  EXPECT_EQ(print("p.pdf"), PagePrint::cannotWrite);
+  EXPECT_EQ(control_.failure(), "the layouts leave no room on the page");
+  EXPECT_EQ(print("p.txt"), PagePrint::cannotWrite);
+}
+
+TEST_F(PagePrintTest, AFailedPrintLeavesTheLastOne) {
+  ASSERT_EQ(print("p.pdf"), 0);
+  const std::string before = test::contentOf(folder_.file("p.pdf"));
+  std::string rows;
+  for (int i = 0; i < 70; ++i) rows += "row\ntext \"x\" size 30\n";
+  layouts(rows, "row\n");
+  EXPECT_NE(print("p.pdf"), 0);
+  EXPECT_EQ(test::contentOf(folder_.file("p.pdf")), before);
+  EXPECT_FALSE(std::filesystem::exists(folder_.file("p.pdf.part")));
+}
+
+TEST_F(PagePrintTest, AFileThatCannotBeWrittenIsTold) {
+  for (const char* name : {"no/such/p.pdf", "no/such/p.txt"}) {
+    EXPECT_EQ(print(name), PagePrint::cannotWrite);
+    EXPECT_THAT(control_.failure(), HasSubstr("file " + folder_.file(name) + ".part cannot be written"));
+  }
+}
+
+TEST_F(PagePrintTest, AFormatDatabaseWithoutTheTablesIsTold) {
+  openFormatDatabase(folder_.file("format.db"))->Execute("DROP TABLE ZPDJ_Tail");
+  EXPECT_EQ(print("p.txt"), PagePrint::badFormatDatabase);
+  EXPECT_NE(control_.failure(), "");
+}
+
+TEST(PagePrintNameTest, PrintsPdfAndText) {
+  EXPECT_TRUE(PagePrint::canPrint("a.PDF"));
+  EXPECT_TRUE(PagePrint::canPrint("a.txt"));
+  for (const char* name : {"", "a", "a.html", "pdf"}) EXPECT_FALSE(PagePrint::canPrint(name)) << name;
+}
+
+}  // namespace
+}  // namespace host
