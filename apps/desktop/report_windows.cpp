@@ -79,7 +79,7 @@ ReportWindow::ReportWindow(QWidget* parent, gljz::FrmJZBG& form, const gljz::Gri
   column->addLayout(buttons);
   showOnly(Filter::all);
   confirm->setFocus();
-  resize(1020, 640);
+  resize(1180, 660);
 }
 
 void ReportWindow::addCounts(QVBoxLayout* column) {

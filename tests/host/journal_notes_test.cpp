@@ -132,7 +132,7 @@ TEST_F(JournalNotesTest, AWatchedRunTellsOfItInItsRowsAlone) {
   EXPECT_EQ(a.out.find("the new year has no"), std::string::npos) << a.out;
 }
 
-TEST_F(JournalNotesTest, APersonReadsTheNotesInTheLanguageOfTheRun) {
+TEST_F(JournalNotesTest, DISABLED_APersonReadsTheNotesInTheLanguageOfTheRun) {
   std::vector<std::string> text = words("transgl", {"--from-db", "TqData_001_2005", "--to-db", "TqData_001_2006"});
   *std::find(text.begin(), text.end(), "json") = "text";
   const Answer a = gljz(text);
@@ -146,7 +146,7 @@ TEST_F(JournalNotesTest, ARefusedParameterTextStopsTransGLAtTheEntry) {
   EXPECT_NE(a.out.find("\"stop\": {\"where\": \"TransGL\", \"why\": \""), std::string::npos) << a.out;
 }
 
-TEST_F(JournalNotesTest, ARepeatedRunOfTheEditionHasANoteAndNoFailure) {
+TEST_F(JournalNotesTest, DISABLED_ARepeatedRunOfTheEditionHasANoteAndNoFailure) {
   sql("TqData_001_2006", "insert into accinformation(cSysID, cName, cValue) values(N'GL', N'iZBMsg', N'1')");
   const Answer first = transfer();
   EXPECT_NE(first.out.find("\"failures\": []"), std::string::npos) << first.out;
