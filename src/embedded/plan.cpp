@@ -176,6 +176,7 @@ std::shared_ptr<Plan> Session::Impl::makePlan(BoundStatement bound, int base) {
   }
   p->variables = std::move(bound.variables);
   p->slots = std::move(bound.slots);
+  p->pins = std::move(bound.pins);
   check([&] { p->prepared = PreparedStatement(db.get(), p->sql, true); }, p->table);
   return p;
 }

@@ -38,8 +38,15 @@ public:
     for (const auto& i : c) text += " [" + i.name + " " + i.type.name() + "]";
     text += '\n';
   }
+  // Bytes have no text of their own.
+  static std::string spelled(const platform::Value& v) {
+    if (v.kind() != platform::Value::Kind::bytes) return v.displayText();
+    std::string numbers;
+    for (const auto byte : v.asBytes()) numbers += std::to_string(byte) + " ";
+    return numbers;
+  }
   void row(const std::vector<platform::Value>& r) override {
-    for (const auto& v : r) text += v.isNull() ? "Null|" : "'" + v.displayText() + "'|";
+    for (const auto& v : r) text += v.isNull() ? "Null|" : "'" + spelled(v) + "'|";
     text += '\n';
   }
   void endRows(std::int64_t n) override { text += std::to_string(n) + " rows\n"; }
