@@ -130,13 +130,14 @@ protected:
   // Reads until the text has come, or the end of the program.
   void readUntil(const std::string& text) {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
-    while (seen_.find(text, mark_) == std::string::npos) {
+    std::size_t at;
+    while ((at = seen_.find(text, mark_)) == std::string::npos) {
       ASSERT_LT(std::chrono::steady_clock::now(), end) << "never seen: " << text << "\n" << seen_;
       if (!readSome()) {
         FAIL() << "ended without: " << text << "\n" << seen_;
       }
     }
-    mark_ = seen_.size();
+    mark_ = at + text.size();  // what came in the same piece may be the next one waited for
   }
   bool readSome() {
     pollfd ready{terminal_, POLLIN, 0};

@@ -40,15 +40,26 @@ double leastWidth(PageCanvas& canvas, const std::string& text, const PageFont& f
   return widest;
 }
 
+// Cuts the widths of the wide ones among `columns` to a common limit, so that all together have `room`.
+void limitWidths(std::vector<double>& widths, std::vector<std::size_t> columns, double room) {
+  std::sort(columns.begin(), columns.end(), [&](std::size_t a, std::size_t b) { return widths[a] < widths[b]; });
+  for (std::size_t n = 0; n < columns.size(); ++n) {
+    double& own = widths[columns[n]];
+    own = std::min(own, room / static_cast<double>(columns.size() - n));
+    room -= own;
+  }
+}
+
 // Widths of a table's columns that fill the page. What is left over goes to the columns in the proportions that the
-// table asks for. Where there is too little, columns of words give way first and break into lines; numbers and codes do
-// not break unless nothing else helps.
+// table asks for. Where there is too little, columns of words give way first and break into lines, the widest before
+// the others; numbers do not break unless nothing else helps.
 std::vector<double> columnWidths(PageCanvas& canvas, const PageFont& font, const PageFont& headerFont,
                                  const PageTable& table, double width) {
   constexpr double slack = 0.5;
   const std::size_t count = table.columns.size();
   std::vector<double> given(count, 0), needed(count, 0), least(count, 0);
-  double proportions = 0;
+  std::vector<std::size_t> ofWords;
+  double proportions = 0, numbers = 0;
   for (const PageColumn& column : table.columns) proportions += column.width;
   for (std::size_t i = 0; i < count; ++i) {
     given[i] = proportions > 0 ? width * table.columns[i].width / proportions : width / static_cast<double>(count);
@@ -65,18 +76,29 @@ std::vector<double> columnWidths(PageCanvas& canvas, const PageFont& font, const
       least[i] = std::max(least[i], whole + 2 * cellPadding + slack);
     }
     // A column of words that wants more than this breaks its lines rather than squeezing the others.
-    if (words) needed[i] = std::max(least[i], std::min(needed[i], std::max(given[i], width * 0.4)));
+    if (words) {
+      needed[i] = std::max(least[i], std::min(needed[i], std::max(given[i], width * 0.4)));
+      ofWords.push_back(i);
+    } else {
+      numbers += least[i];
+    }
   }
   const double sum = std::accumulate(needed.begin(), needed.end(), 0.0);
   const double leastSum = std::accumulate(least.begin(), least.end(), 0.0);
+  if (leastSum >= width) {
+    // Words in the narrowest column still have room for two characters or so.
+    const double forWords = std::max(width - numbers, static_cast<double>(ofWords.size()) * 4 * font.size);
+    limitWidths(least, ofWords, forWords);
+    const double shrunk = std::accumulate(least.begin(), least.end(), 0.0);
+    for (double& own : least) own *= width / shrunk;
+    return least;
+  }
   std::vector<double> widths(count);
   for (std::size_t i = 0; i < count; ++i) {
     if (sum <= width)
       widths[i] = needed[i] + (width - sum) * given[i] / width;
-    else if (leastSum < width)
-      widths[i] = least[i] + (needed[i] - least[i]) * (width - leastSum) / (sum - leastSum);
     else
-      widths[i] = least[i] * width / leastSum;
+      widths[i] = least[i] + (needed[i] - least[i]) * (width - leastSum) / (sum - leastSum);
   }
   return widths;
 }
