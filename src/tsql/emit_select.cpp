@@ -41,10 +41,14 @@ bool Emitter::outerJoin(const BoundSource& s) {
          (s.join == ast::JoinKind::right || s.join == ast::JoinKind::full || outerJoin(*s.left) || outerJoin(*s.right));
 }
 
+bool Emitter::inBrackets(const BoundSelect& s, const BoundSource& item) {
+  return s.from.size() > 1 && outerJoin(item);
+}
+
 void Emitter::fromWhere(const BoundSelect& s) {
   for (std::size_t i = 0; i < s.from.size(); ++i) {
     add(i ? "," : " FROM ");
-    const bool brackets = s.from.size() > 1 && outerJoin(*s.from[i]);
+    const bool brackets = inBrackets(s, *s.from[i]);
     if (brackets) add("(");
     source(*s.from[i]);
     if (brackets) add(")");
@@ -55,7 +59,21 @@ void Emitter::fromWhere(const BoundSelect& s) {
   }
 }
 
+static bool hasAggregate(const BoundExpr& e) {
+  return e.op == BoundOp::aggregate || e.op == BoundOp::countStar ||
+         std::any_of(e.args.begin(), e.args.end(), [](const auto& a) { return hasAggregate(*a); });
+}
+
 void Emitter::core(const BoundSelect& s, bool inUnion) {
+  // A having over all rows: SQLite takes it only where a column of the result is an aggregate.
+  const bool oneGroup =
+      s.having && s.groupBy.empty() &&
+      std::none_of(s.items.begin(), s.items.end(), [](const auto& i) { return hasAggregate(*i.expr); });
+  if (oneGroup) {
+    add("SELECT ");
+    for (std::size_t i = 0; i < s.items.size(); ++i) add((i ? ",c" : "c") + std::to_string(i));
+    add(" FROM (");
+  }
   add(s.distinct ? "SELECT DISTINCT " : "SELECT ");
   for (std::size_t i = 0; i < s.items.size(); ++i) {
     if (i) add(",");
@@ -73,6 +91,7 @@ void Emitter::core(const BoundSelect& s, bool inUnion) {
         expr(*s.orderBy[i].expr);
         add(" AS k" + std::to_string(i));
       }
+  if (oneGroup) add(",count(*) AS n");
   fromWhere(s);
   if (!s.groupBy.empty()) {
     add(" GROUP BY ");
@@ -85,6 +104,7 @@ void Emitter::core(const BoundSelect& s, bool inUnion) {
     add(" HAVING ");
     expr(*s.having);
   }
+  if (oneGroup) add(")");
 }
 
 void Emitter::order(const BoundSelect& s, bool natural) {
@@ -111,10 +131,11 @@ void Emitter::order(const BoundSelect& s, bool natural) {
   }
 }
 
+// The tables whose row numbers can be named: those of a join in brackets cannot, SQLite makes a subquery of it.
 void Emitter::leaves(const BoundSource& s, std::vector<const BoundSource*>& out) const {
   if (s.kind == BoundSource::Kind::join) {
     leaves(*s.left, out);
-    leaves(*s.right, out);
+    if (s.right->kind != BoundSource::Kind::join) leaves(*s.right, out);
   } else if (s.table) {
     out.push_back(&s);
   }
@@ -137,7 +158,8 @@ std::size_t Emitter::firstItemOf(const BoundSelect& s, const BoundSource& table)
 // an outer join may leave out never leads.
 void Emitter::naturalOrder(const BoundSelect& s) {
   std::vector<const BoundSource*> tables;
-  for (const auto& f : s.from) leaves(*f, tables);
+  for (const auto& f : s.from)
+    if (!inBrackets(s, *f)) leaves(*f, tables);
   if (std::none_of(s.from.begin(), s.from.end(), [](const auto& f) { return hasOuterJoin(*f); }))
     std::stable_sort(tables.begin(), tables.end(), [&](const BoundSource* a, const BoundSource* b) {
       return firstItemOf(s, *a) < firstItemOf(s, *b);
@@ -202,6 +224,12 @@ void Emitter::select(const BoundSelect& s, bool natural) {
     limit(s);
     return;
   }
+  // Wide decimals are ordered by a function of theirs, which SQLite does not take on selects that are combined.
+  const bool wide = std::any_of(s.orderBy.begin(), s.orderBy.end(), [&](const BoundOrder& o) {
+    const SqlType& t = s.items[static_cast<std::size_t>(o.position)].expr->type;
+    return t.kind == TypeKind::decimal && t.precision > 18;
+  });
+  if (wide) add("SELECT * FROM (");
   // order by stands on the first select but orders the whole.
   for (const BoundSelect* part = &s; part; part = part->next.get()) {
     if (part->top) {
@@ -218,6 +246,7 @@ void Emitter::select(const BoundSelect& s, bool natural) {
     }
     if (part->next) add(combination(part->op));
   }
+  if (wide) add(")");
   order(s, false);
 }
 

@@ -38,6 +38,7 @@ public:
 
   // emit_select.cpp
   void source(const BoundSource& s);
+  static bool inBrackets(const BoundSelect& s, const BoundSource& item);
   static bool outerJoin(const BoundSource& s);
   void fromWhere(const BoundSelect& s);
   void core(const BoundSelect& s, bool inUnion);

@@ -199,15 +199,6 @@ std::vector<std::string> scriptBatches(std::string_view text) {
   return batches;
 }
 
-std::vector<std::vector<std::string>> listEntries(std::string_view text) {
-  std::vector<std::vector<std::string>> entries;
-  for (const std::string& line : splitLines(text)) {
-    auto said = words(line.substr(0, line.find('#')));
-    if (!said.empty()) entries.push_back(std::move(said));
-  }
-  return entries;
-}
-
 std::string readFile(const std::filesystem::path& path) {
   std::ifstream in(path, std::ios::binary);
   if (!in) throw std::runtime_error("cannot read " + path.string());

@@ -40,9 +40,6 @@ std::vector<Block> parseCorpus(std::string_view text, std::string_view file);
 // The batches of a script: what stands between lines that hold nothing but GO. Batches of blanks are left out.
 std::vector<std::string> scriptBatches(std::string_view text);
 
-// The lines of a list file that say something, each cut into words: comments (#) and blank lines are left out.
-std::vector<std::vector<std::string>> listEntries(std::string_view text);
-
 // The whole file. Throws std::runtime_error with its path when it cannot be read.
 std::string readFile(const std::filesystem::path& path);
 

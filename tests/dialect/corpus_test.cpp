@@ -138,11 +138,6 @@ TEST(CorpusScript, isCutAtLinesThatSayGo) {
   EXPECT_TRUE(scriptBatches("\nGO\n \n").empty());
 }
 
-TEST(CorpusList, leavesCommentsAndBlankLinesOut) {
-  EXPECT_EQ(listEntries("# head\n\na.test 3 # why\n  b.test\n"),
-            (std::vector<std::vector<std::string>>{{"a.test", "3"}, {"b.test"}}));
-}
-
 TEST(CorpusFile, thatIsMissingIsNamed) {
   EXPECT_THROW(
       {
