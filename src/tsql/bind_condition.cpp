@@ -52,6 +52,7 @@ BoundPtr Binder::quantified(const ast::Quantified& q, Scope& scope) {
   };
   auto x = value(*q.left, scope);
   auto rows = oneColumn(*q.select, scope, q.pos);
+  refuseLongTexts(q.op, *x, *rows->items[0].expr, q.pos);
   if (op == ast::CompareOp::equal) {
     auto r = make(BoundOp::inSelect);
     r->negated = all;
@@ -120,6 +121,7 @@ BoundPtr Binder::condition(const ast::Expr& e, Scope& scope) {
       std::vector<BoundPtr> items;
       for (const auto& i : in.items) {
         items.push_back(value(*i, scope));
+        refuseLongTexts(ast::CompareOp::equal, *x, *items.back(), e.pos);
         t = common(t, items.back()->type, e.pos);
       }
       r->args.push_back(convertTo(std::move(x), t));
@@ -132,6 +134,7 @@ BoundPtr Binder::condition(const ast::Expr& e, Scope& scope) {
       r->negated = in.negated;
       auto x = value(*in.operand, scope);
       r->select = oneColumn(*in.select, scope, e.pos);
+      refuseLongTexts(ast::CompareOp::equal, *x, *r->select->items[0].expr, e.pos);
       const SqlType t = common(x->type, r->select->items[0].expr->type, e.pos);
       r->args.push_back(convertTo(std::move(x), t));
       for (auto* s = r->select.get(); s; s = s->next.get())
@@ -169,7 +172,7 @@ BoundPtr Binder::condition(const ast::Expr& e, Scope& scope) {
     }
     case ExprKind::exists: {
       auto r = make(BoundOp::exists);
-      r->select = select(*static_cast<const ast::Exists&>(e).select, &scope);
+      r->select = select(*static_cast<const ast::Exists&>(e).select, &scope, true);
       return r;
     }
     case ExprKind::quantified: {

@@ -51,16 +51,29 @@ bool sameForm(const SqlType& from, const SqlType& to) {
   return isBinary(f) && isBinary(t) && t != TypeKind::binary && fits(from, to);
 }
 
+bool impossible(const SqlType& from, const SqlType& to) {
+  const auto f = from.kind, t = to.kind;
+  if (f == t) return false;
+  constexpr auto guid = TypeKind::uniqueidentifier;
+  return (isDate(f) && t == guid) || (f == guid && !isText(t) && !isBinary(t)) ||
+         (t == guid && !isText(f) && !isBinary(f)) || (f == TypeKind::image && !isBinary(t)) ||
+         (t == TypeKind::image && !isBinary(f)) || ((f == TypeKind::ntext || f == TypeKind::text) && !isText(t)) ||
+         ((t == TypeKind::ntext || t == TypeKind::text) && !isText(f));
+}
+
 void refuse(const SqlType& from, const SqlType& to, SourcePos pos) {
-  if (from.kind == to.kind) return;
-  const bool never = (isDate(from.kind) && (to.kind == TypeKind::uniqueidentifier)) ||
-                     (from.kind == TypeKind::uniqueidentifier && !isText(to.kind) && !isBinary(to.kind)) ||
-                     (to.kind == TypeKind::uniqueidentifier && !isText(from.kind) && !isBinary(from.kind)) ||
-                     (from.kind == TypeKind::image && !isBinary(to.kind)) ||
-                     (to.kind == TypeKind::image && !isBinary(from.kind)) ||
-                     ((from.kind == TypeKind::ntext || from.kind == TypeKind::text) && !isText(to.kind)) ||
-                     ((to.kind == TypeKind::ntext || to.kind == TypeKind::text) && !isText(from.kind));
-  if (never) fail(206, "Operand type clash: " + from.baseName() + " is incompatible with " + to.baseName(), pos);
+  if (impossible(from, to))
+    fail(206, "Operand type clash: " + from.baseName() + " is incompatible with " + to.baseName(), pos);
+}
+
+// What only a cast or convert does, an assignment does not.
+void refuseUnasked(const SqlType& from, const SqlType& to, SourcePos pos) {
+  refuse(from, to, pos);
+  if ((isDate(from.kind) && isNumeric(to.kind)) || (isText(from.kind) && isBinary(to.kind)))
+    fail(257,
+         "Implicit conversion from data type " + from.baseName() + " to " + to.baseName() +
+             " is not allowed. Use the CONVERT function to run this query.",
+         pos);
 }
 
 // Where a literal may never be reached it is converted early only if that cannot fail.
@@ -96,7 +109,7 @@ BoundPtr Binder::convertTo(BoundPtr e, const SqlType& type, bool store) {
     const bool later = branches_ > 0 && slot.source == Slot::Source::literal && mayFail(slot.constantType, type);
     if (slot.type.kind == TypeKind::null &&
         !later) {  // not converted yet: the value is converted once, before the statement runs
-      if (slot.constantType.kind != TypeKind::null) refuse(slot.constantType, type, e->pos);
+      if (slot.constantType.kind != TypeKind::null) (store ? refuseUnasked : refuse)(slot.constantType, type, e->pos);
       e->type = type;
       if (!store && isText(slot.constantType.kind) && isText(type.kind)) return e;
       slot.type = type;
@@ -109,7 +122,7 @@ BoundPtr Binder::convertTo(BoundPtr e, const SqlType& type, bool store) {
     e->type = type;
     return e;
   }
-  refuse(e->type, type, e->pos);
+  (store ? refuseUnasked : refuse)(e->type, type, e->pos);
   if (e->op == BoundOp::caseWhen && isText(e->type.kind) && isText(type.kind)) {
     // Each result by itself: its literals are then converted once and not per row.
     const std::size_t pairs = e->args.size() / 2;
@@ -155,6 +168,46 @@ SqlType Binder::common(const SqlType& a, const SqlType& b, SourcePos pos) const 
   return high;
 }
 
+void Binder::requireCast(const SqlType& from, const SqlType& to, SourcePos pos) const {
+  if (from.kind != TypeKind::null && impossible(from, to))
+    fail(529, "Explicit conversion from data type " + from.baseName() + " to " + to.baseName() + " is not allowed.",
+         pos);
+}
+
+void Binder::requireComparable(const BoundExpr& e, SourcePos pos) const {
+  if (isLob(e.type.kind))
+    fail(306,
+         "The text, ntext, and image data types cannot be compared or sorted, except when using IS NULL or LIKE "
+         "operator.",
+         pos);
+}
+
+void Binder::refuseLongTexts(ast::CompareOp op, const BoundExpr& l, const BoundExpr& r, SourcePos pos) const {
+  if (!isLob(l.type.kind) && !isLob(r.type.kind)) return;
+  if (isLob(l.type.kind) && isLob(r.type.kind)) requireComparable(l, pos);
+  const auto name = [&] {
+    switch (op) {
+      case ast::CompareOp::equal:
+        return "equal to";
+      case ast::CompareOp::notEqual:
+        return "not equal to";
+      case ast::CompareOp::less:
+        return "less than";
+      case ast::CompareOp::lessEqual:
+        return "less than or equal to";
+      case ast::CompareOp::greater:
+        return "greater than";
+      case ast::CompareOp::greaterEqual:
+        return "greater than or equal to";
+    }
+    return "";
+  };
+  fail(402,
+       "The data types " + l.type.baseName() + " and " + r.type.baseName() + " are incompatible in the " + name() +
+           " operator.",
+       pos);
+}
+
 SqlType Binder::typeFromName(const ast::TypeName& t, int defaultLength) const {
   const auto type = typeByName(t.name, t.first, t.second, t.max, defaultLength);
   if (!type) fail(243, "Type " + t.name + " is not a defined system type.", t.pos);
@@ -173,6 +226,7 @@ BoundPtr Binder::comparison(ast::CompareOp op, BoundPtr l, BoundPtr r, SourcePos
     return e;
   };
   const SqlType lt = l->type, rt = r->type;
+  refuseLongTexts(op, *l, *r, pos);
   if (isText(lt.kind) && isText(rt.kind)) return make(std::move(l), std::move(r));
   if (isExactInteger(lt.kind) && isExactInteger(rt.kind)) return make(std::move(l), std::move(r));
   SqlType t = common(lt, rt, pos);
@@ -183,7 +237,6 @@ BoundPtr Binder::comparison(ast::CompareOp op, BoundPtr l, BoundPtr r, SourcePos
   };
   if (t.kind == TypeKind::decimal && (isMoney(lt.kind) || isMoney(rt.kind)) && holdsAsMoney(lt) && holdsAsMoney(rt))
     t = typeOf(TypeKind::money);
-  if (isApproximate(t.kind)) t = typeOf(TypeKind::float_);
   if (t.kind == TypeKind::decimal && t.precision > 18) {
     // Beyond 64 bits: compared by a function, each side in its own scale.
     auto a = convertTo(std::move(l), isText(lt.kind) ? t : asDecimal(lt));

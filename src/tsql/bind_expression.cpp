@@ -113,10 +113,11 @@ public:
       if (!isExactInteger(x->type.kind))
         fail(8117, "Operand data type " + x->type.baseName() + " is invalid for '~' operator.", u.pos);
       const SqlType t = x->type;
+      if (t.kind == TypeKind::tinyint)  // has no sign
+        return b_.call("ts_ixor", t, u.pos, std::move(x), b_.constant(255));
       return b_.call(t.kind == TypeKind::bit ? "not" : "~", t, u.pos, std::move(x));
     }
-    if (isText(x->type.kind) && x->op == BoundOp::slot) x = b_.convertTo(std::move(x), typeOf(TypeKind::integer));
-    if (!isNumeric(x->type.kind) && x->op != BoundOp::null)
+    if ((!isNumeric(x->type.kind) || x->type.kind == TypeKind::bit) && x->type.kind != TypeKind::null)
       fail(8117, "Operand data type " + x->type.baseName() + " is invalid for minus operator.", u.pos);
     if (x->op == BoundOp::slot) {
       Slot& slot = b_.out_.slots[static_cast<std::size_t>(x->slotIndex)];
@@ -125,6 +126,7 @@ public:
         return x;
       }
     }
+    if (x->type.kind == TypeKind::tinyint) x = b_.convertTo(std::move(x), typeOf(TypeKind::smallint));
     const SqlType t = x->type;
     const bool nullable = x->nullable;
     BoundPtr r;
@@ -151,9 +153,15 @@ public:
   }
 
   BoundPtr arithmetic(ast::BinaryOp op, BoundPtr l, BoundPtr r, SourcePos pos) {
-    if (l->op == BoundOp::null) l = b_.convertTo(std::move(l), r->type);
-    if (r->op == BoundOp::null) r = b_.convertTo(std::move(r), l->type);
+    if (l->type.kind == TypeKind::null) l = b_.convertTo(std::move(l), r->type);
+    if (r->type.kind == TypeKind::null) r = b_.convertTo(std::move(r), l->type);
     const auto lk = l->type.kind, rk = r->type.kind;
+    const bool bits = op == ast::BinaryOp::bitAnd || op == ast::BinaryOp::bitOr || op == ast::BinaryOp::bitXor;
+    if (isLob(lk) || isLob(rk) || (lk == TypeKind::bit && rk == TypeKind::bit && !bits))
+      fail(402,
+           "The data types " + l->type.baseName() + " and " + r->type.baseName() + " are incompatible in the " +
+               symbol(op) + " operator.",
+           pos);
     if (isText(lk) && isText(rk)) return textArithmetic(op, std::move(l), std::move(r), pos);
     if (op == ast::BinaryOp::add && isBinary(lk) && isBinary(rk)) return concat(std::move(l), std::move(r), pos);
     if (isDate(lk) || isDate(rk)) return dateArithmetic(op, std::move(l), std::move(r), pos);
@@ -247,7 +255,10 @@ public:
   }
 
   BoundPtr approximate(ast::BinaryOp op, BoundPtr l, BoundPtr r, SourcePos pos) {
-    const SqlType t = typeOf(TypeKind::float_);
+    // A real beside anything that is no float makes a real.
+    const bool wide = l->type.kind == TypeKind::float_ || r->type.kind == TypeKind::float_;
+    const SqlType t = typeOf(wide ? TypeKind::float_ : TypeKind::real);
+    const std::string names = l->type.baseName() + " and " + r->type.baseName();
     l = b_.convertTo(std::move(l), t);
     r = b_.convertTo(std::move(r), t);
     switch (op) {
@@ -255,9 +266,10 @@ public:
       case ast::BinaryOp::subtract:
       case ast::BinaryOp::multiply:
       case ast::BinaryOp::divide:
-        return b_.call(std::string("ts_f") + suffix(op), t, pos, std::move(l), std::move(r));
+        return b_.convertTo(
+            b_.call(std::string("ts_f") + suffix(op), typeOf(TypeKind::float_), pos, std::move(l), std::move(r)), t);
       default:
-        fail(402, "The data types float and float are incompatible in the modulo operator.", pos);
+        fail(402, "The data types " + names + " are incompatible in the modulo operator.", pos);
     }
   }
 
@@ -341,6 +353,12 @@ public:
       t = b_.common(t, r->type, c.pos);
       nullable = nullable || r->nullable;
     }
+    if (t.kind == TypeKind::null &&
+        std::all_of(results.begin(), results.end(), [](const auto& r) { return r->op == BoundOp::null; }))
+      fail(8133,
+           "At least one of the result expressions in a CASE specification must be an expression other than the NULL "
+           "constant.",
+           c.pos);
     e->type = t;
     e->nullable = nullable;
     e->negated = c.otherwise != nullptr;
@@ -364,6 +382,7 @@ public:
     const SqlType t = b_.typeFromName(name, 30);
     auto x = b_.value(operand, scope_);
     if (x->op == BoundOp::null) return b_.convertTo(std::move(x), t);
+    b_.requireCast(x->type, t, pos);
     if (!style) return b_.castTo(std::move(x), t);
     auto c = std::make_unique<BoundExpr>();
     c->op = BoundOp::conv;

@@ -24,8 +24,14 @@ struct Call {
   std::size_t count() const { return f.arguments.size(); }
   BoundPtr value(std::size_t i) const { return b.value(arg(i), scope); }
   BoundPtr asInt(std::size_t i) const { return b.convertTo(value(i), intType); }
-  BoundPtr asText(std::size_t i) const {
+  // Few functions take a long text.
+  BoundPtr asText(std::size_t i, bool longToo = false) const {
     auto v = value(i);
+    if (isLob(v->type.kind) && !longToo)
+      fail(8116,
+           "Argument data type " + v->type.baseName() + " is invalid for argument " + std::to_string(i + 1) + " of " +
+               name + " function.",
+           f.pos);
     if (isText(v->type.kind) || v->op == BoundOp::null) return v;
     return b.convertTo(std::move(v), typeOf(TypeKind::varchar, 8000));
   }
@@ -62,7 +68,11 @@ BoundPtr textAndInt(const Call& c) {  // left, right
 }
 
 BoundPtr substring(const Call& c) {
-  auto x = c.asText(0);
+  auto x = c.value(0);
+  if (!isText(x->type.kind) && !isBinary(x->type.kind) && x->type.kind != TypeKind::null)
+    fail(8116, "Argument data type " + x->type.baseName() + " is invalid for argument 1 of substring function.",
+         c.f.pos);
+  x = c.b.convertTo(std::move(x), isText(x->type.kind) ? x->type : typeOf(TypeKind::varchar, 8000));
   const SqlType t = textLike(x->type, x->type.length);
   auto start = c.asInt(1);
   auto length = c.asInt(2);
@@ -103,7 +113,7 @@ BoundPtr charIndex(const Call& c) {
 
 BoundPtr patIndex(const Call& c) {
   auto a = c.asText(0);
-  auto x = c.asText(1);
+  auto x = c.asText(1, true);
   return c.b.call("ts_patindex", intType, c.f.pos, std::move(a), std::move(x));
 }
 
@@ -145,7 +155,7 @@ BoundPtr later(const Call& c, std::size_t i) {
 BoundPtr isNull(const Call& c) {
   auto a = c.value(0);
   auto x = later(c, 1);
-  const SqlType t = a->op == BoundOp::null ? x->type : a->type;
+  const SqlType t = a->type.kind == TypeKind::null ? x->type : a->type;
   const bool nullable = a->nullable && x->nullable;
   a = c.b.convertTo(std::move(a), t);
   const Branch branch(c.b.branches_);
@@ -177,6 +187,11 @@ BoundPtr coalesce(const Call& c) {
 
 BoundPtr nullIf(const Call& c) {
   auto result = c.value(0);
+  if (result->op == BoundOp::null && result->type.kind == TypeKind::null)
+    fail(4151,
+         "The type of the first argument to NULLIF cannot be the NULL constant because the type of the first argument "
+         "has to be known.",
+         c.f.pos);
   auto e = std::make_unique<BoundExpr>();
   e->op = BoundOp::caseWhen;
   e->pos = c.f.pos;
@@ -195,8 +210,12 @@ BoundPtr numberToSame(const Call& c) {  // abs, floor, ceiling, sign
   if (!isNumeric(x->type.kind) && x->op != BoundOp::null)
     fail(8116, "Argument data type " + x->type.baseName() + " is invalid for argument 1 of " + c.name + " function.",
          c.f.pos);
-  const SqlType t = x->type;
-  return nullableFrom(c.b.call("ts_" + c.name, t, c.f.pos, std::move(x), c.b.constant(t.pack())));
+  SqlType t = x->type;
+  const bool whole = t.kind == TypeKind::decimal && t.scale > 0 && (c.name == "floor" || c.name == "ceiling");
+  const SqlType result = decimalType(t.precision, 0);
+  if (whole) t = decimalType(std::min(38, t.precision + 1), t.scale);  // the next whole number may be a digit longer
+  auto e = nullableFrom(c.b.call("ts_" + c.name, t, c.f.pos, std::move(x), c.b.constant(t.pack())));
+  return whole ? c.b.convertTo(std::move(e), result) : std::move(e);
 }
 
 BoundPtr round(const Call& c) {
@@ -358,41 +377,73 @@ BoundPtr objectName(const Call& c) {
 }
 
 // ------------------------------------------------------------------------------------------------ aggregates
-BoundPtr aggregate(const Call& c) {
-  Scope* scope = &c.scope;
-  if (!scope->aggregatesAllowed)
+bool holdsSelect(const BoundExpr& e) {
+  return e.select || std::any_of(e.args.begin(), e.args.end(), [](const auto& a) { return holdsSelect(*a); });
+}
+
+bool namesColumnOf(const BoundExpr& e, const Scope& scope) {
+  return (e.op == BoundOp::column && scope.owns(e.source)) ||
+         std::any_of(e.args.begin(), e.args.end(), [&](const auto& a) { return namesColumnOf(*a, scope); });
+}
+
+// An aggregate gathers the rows of the innermost selection that a column in it belongs to; of its own when none does.
+Scope& gatheringScope(const BoundExpr* argument, Scope& own) {
+  if (argument)
+    for (Scope* s = &own; s; s = s->outer)
+      if (namesColumnOf(*argument, *s)) return *s;
+  return own;
+}
+
+void requireAggregate(Scope& scope, SourcePos pos) {
+  if (scope.inGroupBy)
+    fail(144, "Cannot use an aggregate or a subquery in an expression used for the group by list of a GROUP BY clause.",
+         pos, 15);
+  if (!scope.aggregatesAllowed)
     fail(147,
          "An aggregate may not appear in the WHERE clause unless it is in a subquery contained in a HAVING clause "
          "or a select list, and the column being aggregated is an outer reference.",
-         c.f.pos, 15);
-  if (scope->aggregateDepth > 0)
-    fail(130, "Cannot perform an aggregate function on an expression containing an aggregate or a subquery.", c.f.pos,
-         15);
-  scope->sawAggregate = true;
+         pos, 15);
+  if (scope.aggregateDepth > 0)
+    fail(130, "Cannot perform an aggregate function on an expression containing an aggregate or a subquery.", pos, 15);
+  scope.sawAggregate = true;
+}
+
+BoundPtr aggregate(const Call& c) {
+  const SqlType countType = c.name == "count_big" ? typeOf(TypeKind::bigint) : intType;
   auto e = std::make_unique<BoundExpr>();
   e->op = BoundOp::aggregate;
   e->text = c.name == "count_big" ? "count" : c.name;
   e->distinct = c.f.distinct;
   e->pos = c.f.pos;
   if (e->text == "count" && c.arg(0).kind == ast::ExprKind::star) {
+    requireAggregate(c.scope, c.f.pos);
     e->op = BoundOp::countStar;
-    e->type = intType;
+    e->source = c.scope.id;
+    e->type = countType;
     e->nullable = false;
     return e;
   }
-  ++scope->aggregateDepth;
+  ++c.scope.aggregateDepth;
   auto x = c.value(0);
-  --scope->aggregateDepth;
+  --c.scope.aggregateDepth;
+  if (holdsSelect(*x))
+    fail(130, "Cannot perform an aggregate function on an expression containing an aggregate or a subquery.", c.f.pos,
+         15);
+  Scope& scope = gatheringScope(x.get(), c.scope);
+  requireAggregate(scope, c.f.pos);
+  e->source = scope.id;
   const TypeKind k = x->type.kind;
+  if (x->op == BoundOp::null && k == TypeKind::null)
+    fail(8117, "Operand data type NULL is invalid for " + c.name + " operator.", c.f.pos);
   if (e->text == "count") {
-    e->type = intType;
+    e->type = countType;
     e->nullable = false;
   } else if (e->text == "min" || e->text == "max") {
     if (k == TypeKind::bit || isLob(k) || k == TypeKind::uniqueidentifier)
       fail(8117, "Operand data type " + x->type.baseName() + " is invalid for " + e->text + " operator.", c.f.pos);
     e->type = x->type;
   } else {
-    if (x->op == BoundOp::null || k == TypeKind::bit || !isNumeric(k))
+    if (k == TypeKind::bit || !isNumeric(k))
       fail(8117, "Operand data type " + x->type.baseName() + " is invalid for " + e->text + " operator.", c.f.pos);
     if (isMoney(k))
       e->type = typeOf(TypeKind::money);

@@ -6,15 +6,23 @@ namespace tsql {
 
 using ast::ExprKind;
 
-namespace {
-
-bool ownedBy(const Scope& scope, int source) {
-  return std::any_of(scope.leaves.begin(), scope.leaves.end(), [&](const BoundSource* s) { return s->id == source; });
+// A table's name as the text has it, for messages.
+static std::string spelled(const ast::Name& name) {
+  std::string text;
+  for (const auto& part : name.parts) text += (&part == &name.parts.front() ? "" : ".") + part;
+  return text;
 }
+
+bool Scope::owns(int source) const {
+  return std::any_of(leaves.begin(), leaves.end(), [&](const BoundSource* s) { return s->id == source; });
+}
+
+namespace {
 
 class SelectBinder {
 public:
-  SelectBinder(Binder& b, Scope& scope, BoundSelect& out) : b_(b), scope_(scope), out_(out) {}
+  SelectBinder(Binder& b, Scope& scope, BoundSelect& out, bool onlyExistence)
+      : b_(b), scope_(scope), out_(out), onlyExistence_(onlyExistence) {}
 
   void bind(const ast::Select& s) {
     b_.sources(s.from, out_, scope_);
@@ -28,6 +36,13 @@ public:
     if (s.having) out_.having = b_.condition(*s.having, scope_);
     if (s.top) top(s);
     out_.distinct = s.distinct;
+    if (s.distinct)
+      for (const auto& i : out_.items)
+        if (isLob(i.expr->type.kind))
+          fail(421,
+               "The " + i.expr->type.baseName() +
+                   " data type cannot be selected as DISTINCT because it is not comparable.",
+               i.expr->pos);
   }
 
   void orderBy(const ast::Select& s) {
@@ -42,9 +57,18 @@ public:
                "operator.",
                o.expr->pos);
         order.expr = b_.value(*o.expr, scope_);
+        b_.requireComparable(*order.expr, o.expr->pos);
         if (out_.distinct) order.position = itemLike(*order.expr, o.expr->pos);
         if (order.position >= 0) order.expr = nullptr;
+      } else {
+        b_.requireComparable(*out_.items[static_cast<std::size_t>(order.position)].expr, o.expr->pos);
       }
+      for (const auto& before : out_.orderBy)
+        if (sameOrder(before, order))
+          fail(169,
+               "A column has been specified more than once in the order by list. Columns in the order by list must be "
+               "unique.",
+               o.expr->pos, 15);
       out_.orderBy.push_back(std::move(order));
     }
   }
@@ -52,19 +76,27 @@ public:
   void checkGrouping() {
     out_.aggregated = scope_.sawAggregate || !out_.groupBy.empty() || out_.having;
     if (!out_.aggregated) return;
-    for (const auto& i : out_.items) check(*i.expr, 8120, "the select list", "");
-    if (out_.having) check(*out_.having, 8121, "the HAVING clause", "");
+    for (const auto& i : out_.items) check(*i.expr, 8120, "the select list");
+    if (out_.having) check(*out_.having, 8121, "the HAVING clause");
     for (const auto& o : out_.orderBy)
-      if (o.expr) check(*o.expr, 8127, "the ORDER BY clause", "");
+      if (o.expr) check(*o.expr, 8127, "the ORDER BY clause");
   }
 
 private:
   void groupBy(const ast::Select& s) {
     for (const auto& g : s.groupBy) {
       scope_.aggregatesAllowed = false;
+      scope_.inGroupBy = true;
       auto e = b_.value(*g, scope_);
+      scope_.inGroupBy = false;
+      if (holdsSelect(*e))
+        fail(144,
+             "Cannot use an aggregate or a subquery in an expression used for the group by list of a GROUP BY clause.",
+             g->pos, 15);
       if (e->op == BoundOp::slot)
-        fail(164, "Each GROUP BY expression must contain at least one column that is not an outer reference.", g->pos);
+        fail(164, "Each GROUP BY expression must contain at least one column that is not an outer reference.", g->pos,
+             15);
+      b_.requireComparable(*e, g->pos);
       out_.groupBy.push_back(std::move(e));
     }
   }
@@ -97,6 +129,10 @@ private:
   }
 
   void star(const ast::Star& star) {
+    if (onlyExistence_ && star.qualifier.parts.empty() && !scope_.leaves.empty()) {
+      out_.items.push_back({b_.constant(1), "", false});
+      return;
+    }
     bool any = false;
     for (const auto* leaf : scope_.leaves) {
       if (!star.qualifier.parts.empty() && !qualifies(star.qualifier, *leaf)) continue;
@@ -153,7 +189,10 @@ private:
       const int ordinal = static_cast<const ast::Literal&>(e).ordinal;
       const auto& v = b_.tokens_.literals[static_cast<std::size_t>(ordinal)];
       if (v.type.kind != TypeKind::integer)
-        fail(408, "A constant expression was encountered in the ORDER BY list.", e.pos);
+        fail(408,
+             "A constant expression was encountered in the ORDER BY list, position " +
+                 std::to_string(out_.orderBy.size() + 1) + ".",
+             e.pos);
       b_.pin(ordinal);
       const auto n = std::get<std::int64_t>(v.value);
       if (n < 1 || n > static_cast<std::int64_t>(out_.items.size()))
@@ -184,26 +223,55 @@ private:
     fail(145, "ORDER BY items must appear in the select list if SELECT DISTINCT is specified.", pos, 15);
   }
 
-  void check(const BoundExpr& e, int number, const char* where, const std::string&) {
-    if (e.op == BoundOp::aggregate || e.op == BoundOp::countStar) return;
+  bool sameOrder(const BoundOrder& a, const BoundOrder& b) {
+    const auto& x = a.expr ? *a.expr : *out_.items[static_cast<std::size_t>(a.position)].expr;
+    const auto& y = b.expr ? *b.expr : *out_.items[static_cast<std::size_t>(b.position)].expr;
+    return (a.position >= 0 && a.position == b.position) || (x.op == BoundOp::column && b_.same(x, y));
+  }
+
+  static bool holdsSelect(const BoundExpr& e) {
+    return e.select || std::any_of(e.args.begin(), e.args.end(), [](const auto& a) { return holdsSelect(*a); });
+  }
+
+  // Every column of this selection stands in an aggregate of this selection or is grouped, in subqueries too.
+  void check(const BoundExpr& e, int number, const char* where) {
+    if ((e.op == BoundOp::aggregate || e.op == BoundOp::countStar) && e.source == scope_.id) return;
     for (const auto& g : out_.groupBy)
       if (b_.same(*g, e)) return;
-    if (e.op == BoundOp::column && ownedBy(scope_, e.source)) {
+    if (e.op == BoundOp::column && scope_.owns(e.source)) {
       std::string table;
       for (const auto* leaf : scope_.leaves)
-        if (leaf->id == e.source) table = leaf->exposedName;
-      const std::string column = columnName(e);
+        if (leaf->id == e.source) table = leaf->writtenName;
+      const std::string name = table + "." + columnName(e);
       fail(number,
-           "Column '" + table + "." + column + "' is invalid in " + where +
+           "Column " + (number == 8127 ? "\"" + name + "\"" : "'" + name + "'") + " is invalid in " + where +
                " because it is not contained in either an aggregate function or the GROUP BY clause.",
            e.pos);
     }
-    for (const auto& a : e.args) check(*a, number, where, "");
+    for (const auto& a : e.args) check(*a, number, where);
+    if (e.select) check(*e.select, number, where);
+  }
+  void check(const BoundSelect& s, int number, const char* where) {
+    for (const auto& i : s.items) check(*i.expr, number, where);
+    for (const auto& f : s.from) check(*f, number, where);
+    if (s.where) check(*s.where, number, where);
+    for (const auto& g : s.groupBy) check(*g, number, where);
+    if (s.having) check(*s.having, number, where);
+    for (const auto& o : s.orderBy)
+      if (o.expr) check(*o.expr, number, where);
+    if (s.next) check(*s.next, number, where);
+  }
+  void check(const BoundSource& s, int number, const char* where) {
+    if (s.derived) check(*s.derived, number, where);
+    if (s.condition) check(*s.condition, number, where);
+    if (s.left) check(*s.left, number, where);
+    if (s.right) check(*s.right, number, where);
   }
 
   Binder& b_;
   Scope& scope_;
   BoundSelect& out_;
+  bool onlyExistence_;
 };
 
 }  // namespace
@@ -213,7 +281,7 @@ std::unique_ptr<BoundSource> Binder::tableSource(const TableDef& t, const std::s
   s->kind = BoundSource::Kind::table;
   s->id = nextSource_++;
   s->table = &t;
-  s->exposedName = alias.empty() ? t.name : alias;
+  s->exposedName = s->writtenName = alias.empty() ? t.name : alias;
   s->hasAlias = !alias.empty();
   s->columns = t.columns;
   return s;
@@ -226,6 +294,7 @@ std::unique_ptr<BoundSource> Binder::source(const ast::Source& s, Scope& scope) 
       const TableDef& def = table(t.name);
       note(out_.reads, &def);
       auto r = tableSource(def, t.alias);
+      if (t.alias.empty()) r->writtenName = spelled(t.name);
       scope.leaves.push_back(r.get());
       return r;
     }
@@ -235,7 +304,7 @@ std::unique_ptr<BoundSource> Binder::source(const ast::Source& s, Scope& scope) 
       r->kind = BoundSource::Kind::derived;
       r->derived = select(*d.select, scope.outer);
       r->id = nextSource_++;
-      r->exposedName = d.alias;
+      r->exposedName = r->writtenName = d.alias;
       r->hasAlias = true;
       if (!d.columnAliases.empty() && d.columnAliases.size() != r->derived->items.size()) {
         const bool few = d.columnAliases.size() < r->derived->items.size();
@@ -301,11 +370,12 @@ void Binder::sources(const std::vector<ast::SourcePtr>& from, BoundSelect& out, 
     }
 }
 
-std::unique_ptr<BoundSelect> Binder::select(const ast::Select& s, Scope* outer) {
+std::unique_ptr<BoundSelect> Binder::select(const ast::Select& s, Scope* outer, bool onlyExistence) {
   auto out = std::make_unique<BoundSelect>();
   Scope scope;
+  scope.id = nextScope_++;
   scope.outer = outer;
-  SelectBinder binder(*this, scope, *out);
+  SelectBinder binder(*this, scope, *out, onlyExistence && !s.next);
   binder.bind(s);
   binder.orderBy(s);
   binder.checkGrouping();

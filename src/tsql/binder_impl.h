@@ -12,11 +12,15 @@ namespace tsql {
 
 // The sources that names of one select can mean, and the select around it.
 struct Scope {
+  int id = 0;  // of the select; 0 where there is none
   Scope* outer = nullptr;
   std::vector<BoundSource*> leaves;
   bool aggregatesAllowed = true;
+  bool inGroupBy = false;
   bool sawAggregate = false;
   int aggregateDepth = 0;
+
+  bool owns(int source) const;
 };
 
 // While it lives, what is bound may never be reached.
@@ -36,7 +40,8 @@ public:
   Binder(const TokenStream& tokens, Catalog& catalog) : tokens_(tokens), catalog_(catalog) {}
 
   // bind_select.cpp
-  std::unique_ptr<BoundSelect> select(const ast::Select& s, Scope* outer);
+  // onlyExistence: nobody reads the columns, so that * names none.
+  std::unique_ptr<BoundSelect> select(const ast::Select& s, Scope* outer, bool onlyExistence = false);
   void sources(const std::vector<ast::SourcePtr>& from, BoundSelect& out, Scope& scope);
   std::unique_ptr<BoundSource> source(const ast::Source& s, Scope& scope);
 
@@ -55,6 +60,9 @@ public:
   std::unique_ptr<BoundSelect> oneColumn(const ast::Select& s, Scope& scope, SourcePos pos);  // 116 for more
   BoundPtr quantified(const ast::Quantified& q, Scope& scope);
   SqlType common(const SqlType& a, const SqlType& b, SourcePos pos) const;
+  void requireCast(const SqlType& from, const SqlType& to, SourcePos pos) const;                         // 529
+  void refuseLongTexts(ast::CompareOp op, const BoundExpr& l, const BoundExpr& r, SourcePos pos) const;  // 306, 402
+  void requireComparable(const BoundExpr& e, SourcePos pos) const;                                       // 306
   SqlType typeFromName(const ast::TypeName& t, int defaultLength) const;
 
   // Names
@@ -84,7 +92,7 @@ public:
   const TokenStream& tokens_;
   Catalog& catalog_;
   BoundStatement out_;
-  int nextSource_ = 0;
+  int nextSource_ = 0, nextScope_ = 1;
   // Types of text literals with their own lengths. Otherwise they count as long as can be, since the plan is used again
   // for other literals.
   bool exactLiterals_ = false;

@@ -53,8 +53,8 @@ enum class BoundOp {
                // any of them, or, negated, for none
   caseWhen,    // args: condition, result, condition, result, ... [, else]; negated = has else
   scalar,      // select
-  aggregate,   // text: sum, min, max, count, avg; distinct
-  countStar,
+  aggregate,   // text: sum, min, max, count, avg; distinct; source: the id of the select whose rows it gathers
+  countStar,   // the same
 };
 
 struct BoundSelect;
@@ -84,6 +84,7 @@ struct BoundSource {
   int id = -1;
   const TableDef* table = nullptr;
   std::string exposedName;  // short name, or the table's own
+  std::string writtenName;  // as messages show it: short name, or the table's with the owner that the text names
   bool hasAlias = false;
   std::unique_ptr<BoundSelect> derived;
   std::vector<ColumnDef> columns;  // what the source offers

@@ -73,7 +73,7 @@ SqlType preciseType(int precision, int scale) {
   if (precision < 1 || precision > maximumPrecision)
     throw SqlError(1001, "Length or precision specification " + std::to_string(precision) + " is invalid.", {}, 15);
   if (scale < 0 || scale > precision)
-    throw SqlError(1002, "Specified scale " + std::to_string(scale) + " is invalid.", {}, 15);
+    throw SqlError(192, "The scale must be less than or equal to the precision.", {}, 15);
   return decimalType(precision, scale);
 }
 
@@ -119,7 +119,7 @@ std::string SqlType::name() const {
 std::string SqlType::baseName() const {
   if (kind == TypeKind::decimal) return "numeric";
   const TypeSpelling* spelling = spellingOf(kind);
-  return spelling ? std::string(spelling->name) : "null";
+  return spelling ? std::string(spelling->name) : "NULL";
 }
 
 bool isText(TypeKind k) {

@@ -71,7 +71,7 @@ TEST(TypeByName, WrongSizes) {
   EXPECT_EQ(errorOf("varchar", 8000), 0);
   EXPECT_EQ(errorOf("nvarchar", 4001), 131);
   EXPECT_EQ(errorOf("decimal", 39), 1001);
-  EXPECT_EQ(errorOf("decimal", 5, 6), 1002);
+  EXPECT_EQ(errorOf("decimal", 5, 6), 192);
   EXPECT_EQ(errorOf("int", 4), 2716);
   EXPECT_EQ(errorOf("varchar", 4, 2), 2716);
   EXPECT_EQ(errorOf("float", 54), 1001);
