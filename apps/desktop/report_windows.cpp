@@ -21,18 +21,30 @@ bool isWrong(const GridModel::Row& row) {
   return !row.empty() && row.back() == wrongMark;
 }
 
-// The view's own buttons, beside the form's.
-void addGridButtons(QHBoxLayout* row, GridView& view, const Texts& texts, const QString& title, const QString& file) {
+// The view in a frame, and below it a row of buttons that begins with the view's own; the form's follow.
+QHBoxLayout* addGrid(QVBoxLayout& column, GridView& view, const Texts& texts, const QString& title,
+                     const QString& file) {
   auto* window = view.window();
+  auto* frame = new QFrame(window);
+  frame->setProperty("role", "panel");
+  auto* inside = new QVBoxLayout(frame);
+  inside->setContentsMargins(1, 1, 1, 1);
+  inside->addWidget(&view);
+  column.addWidget(frame, 1);
+
+  auto* buttons = new QHBoxLayout;
+  buttons->setSpacing(gap);
   const auto add = [&](const char* name, const char* key, auto press) {
     auto* button = new QPushButton(texts(key), window);
     button->setObjectName(name);
     button->setAutoDefault(false);
     QObject::connect(button, &QPushButton::clicked, &view, press);
-    row->addWidget(button);
+    buttons->addWidget(button);
   };
   add("copy", "Copy", [&view] { view.copy(); });
   add("export", "Export", [&view, title, file] { view.exportRows(title, file); });
+  buttons->addStretch();
+  return buttons;
 }
 
 // Nothing answers a failure in a button of a closing dialog, and nothing of the run depends on it.
@@ -61,17 +73,7 @@ ReportWindow::ReportWindow(QWidget* parent, gljz::FrmJZBG& form, const gljz::Gri
     if (cell + 1 == row.size() && row.back() == rightMark) return good;
     return std::nullopt;
   });
-  auto* frame = new QFrame(this);
-  frame->setProperty("role", "panel");
-  auto* inside = new QVBoxLayout(frame);
-  inside->setContentsMargins(1, 1, 1, 1);
-  inside->addWidget(view_);
-  column->addWidget(frame, 1);
-
-  auto* buttons = new QHBoxLayout;
-  buttons->setSpacing(gap);
-  addGridButtons(buttons, *view_, texts, windowTitle(), "closing-report");
-  buttons->addStretch();
+  auto* buttons = addGrid(*column, *view_, texts, windowTitle(), "closing-report");
   addButton(buttons, form.Command1, "Command1", [this] { form_.Command1_Click(); });
   addButton(buttons, form.command2, "command2", [this] { form_.command2_Click(); });
   auto* confirm = addButton(buttons, form.Command3, "Command3", [this] { form_.Command3_Click(); });
@@ -171,17 +173,7 @@ LeftOutWindow::LeftOutWindow(QWidget* parent, gljz::FrmNBalance& form, const Tex
   view_->setObjectName("Grid1");
   view_->setEmptyText(texts("Empty.LeftOut"));
   view_->showGrid(form.Grid1, false);
-  auto* frame = new QFrame(this);
-  frame->setProperty("role", "panel");
-  auto* inside = new QVBoxLayout(frame);
-  inside->setContentsMargins(1, 1, 1, 1);
-  inside->addWidget(view_);
-  column->addWidget(frame, 1);
-
-  auto* buttons = new QHBoxLayout;
-  buttons->setSpacing(gap);
-  addGridButtons(buttons, *view_, texts, windowTitle(), "left-out");
-  buttons->addStretch();
+  auto* buttons = addGrid(*column, *view_, texts, windowTitle(), "left-out");
   addButton(buttons, form.Command1, "Command1", [this] { form_.Command1_Click(); });
   addButton(buttons, form.Command3, "Command3", [this] { form_.Command3_Click(); });
   auto* leave = addButton(buttons, form.Command2, "Command2", [this] { form_.Command2_Click(); });

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/row_position.h"
+
 namespace embedded {
 
 using platform::RunTimeError;
@@ -103,7 +105,6 @@ protected:
   void needOpen() const {
     if (!open_) throw RunTimeError(RunTimeError::objectClosed, "The result set is closed");
   }
-  [[noreturn]] static void noRow() { throw RunTimeError(RunTimeError::noCurrentRecord, "There is no current record"); }
   [[noreturn]] static void noField(const std::string& name) {
     throw RunTimeError(RunTimeError::noSuchField, "The result set has no field '" + name + "'");
   }
@@ -112,6 +113,11 @@ protected:
     const int i = shape_->find(name);
     if (i < 0) noField(std::string(name));
     return static_cast<std::size_t>(i);
+  }
+
+  void leaveRow() {
+    needOpen();
+    adding_ = editing_ = false;
   }
 
   void needTable() const {
@@ -204,38 +210,24 @@ public:
 
   bool Bof() const override {
     needOpen();
-    return before_ || rows_.empty();
+    return position_.isBefore() || rows_.size() == 0;
   }
   bool Eof() const override {
     needOpen();
-    return !before_ && at_ >= rows_.size();
+    return position_.isBehind(rows_.size());
   }
 
   void MoveFirst() override {
     leaveRow();
-    if (rows_.empty()) noRow();
-    at_ = 0;
-    before_ = false;
+    position_.toFirst(rows_.size());
   }
-
   void MoveNext() override {
     leaveRow();
-    if (before_) {
-      before_ = false;
-      at_ = 0;
-      return;
-    }
-    if (at_ >= rows_.size()) noRow();
-    ++at_;
+    position_.toNext(rows_.size());
   }
-
   void MovePrevious() override {
     leaveRow();
-    if (before_ || rows_.empty()) noRow();
-    if (at_ == 0)
-      before_ = true;
-    else
-      --at_;
+    position_.toPrevious(rows_.size());
   }
 
   void Close() override {
@@ -248,20 +240,14 @@ public:
 protected:
   const Value* current() const override {
     needOpen();
-    if (before_ || at_ >= rows_.size()) noRow();
-    return rows_[at_].data();
+    return rows_[position_.row(rows_.size())].data();
   }
-  std::int64_t currentRowNumber() const override { return source_.rowNumbers.at(at_); }
-  void replaceCurrent(std::size_t column, const Value& v) override { rows_[at_][column] = v; }
+  std::int64_t currentRowNumber() const override { return source_.rowNumbers.at(position_.row(rows_.size())); }
+  void replaceCurrent(std::size_t column, const Value& v) override { rows_[position_.row(rows_.size())][column] = v; }
 
 private:
-  void leaveRow() {
-    needOpen();
-    adding_ = editing_ = false;
-  }
   std::vector<std::vector<Value>> rows_;
-  std::size_t at_ = 0;
-  bool before_ = false;
+  platform::RowPosition position_;
 };
 
 class ServerRows : public Rows {
@@ -277,51 +263,30 @@ public:
 
   bool Bof() const override {
     needOpen();
-    return before_ || (first_ && block_.rows == 0);
+    return position_.isBefore() || (first_ && block_.rows == 0);
   }
   bool Eof() const override {
     needOpen();
-    return !before_ && at_ >= block_.rows;
+    return position_.isBehind(block_.rows);
   }
 
   void MoveFirst() override {
     leaveRow();
-    if (first_) {
-      if (block_.rows == 0) noRow();
-    } else {
-      guarded([&] {
-        stream_.reset();
-        stream_ = std::make_unique<Stream>(session_->impl(), sql_);
-        fetch();
-        first_ = true;
-      });
-    }
-    at_ = 0;
-    before_ = false;
+    if (!first_) reopen();
+    position_.toFirst(block_.rows);
   }
-
   void MoveNext() override {
     leaveRow();
-    if (before_) {
-      before_ = false;
-      at_ = 0;
-      return;
-    }
-    if (at_ >= block_.rows) noRow();
-    if (++at_ < block_.rows) return;
-    guarded([&] {
-      fetch();
-      first_ = false;
-    });
+    position_.toNext(block_.rows);
+    if (!position_.isBehind(block_.rows)) return;
+    guarded([&] { fetch(); });
+    first_ = false;
   }
-
+  // Not back into a block that has been left.
   void MovePrevious() override {
     leaveRow();
-    if (before_ || (at_ == 0 && !first_)) noRow();
-    if (at_ == 0)
-      before_ = true;
-    else
-      --at_;
+    if (!first_ && position_.isAtStart()) platform::RowPosition::noRow();
+    position_.toPrevious(block_.rows);
   }
 
   void Close() override {
@@ -334,22 +299,25 @@ public:
 protected:
   const Value* current() const override {
     needOpen();
-    if (before_ || at_ >= block_.rows) noRow();
-    return &block_.cells[at_ * shape_->columns().size()];
+    return &block_.cells[position_.row(block_.rows) * shape_->columns().size()];
   }
-  std::int64_t currentRowNumber() const override { return block_.rowNumbers.at(at_); }
+  std::int64_t currentRowNumber() const override { return block_.rowNumbers.at(position_.row(block_.rows)); }
   void replaceCurrent(std::size_t column, const Value& v) override {
-    block_.cells[at_ * shape_->columns().size() + column] = v;
+    block_.cells[position_.row(block_.rows) * shape_->columns().size() + column] = v;
   }
 
 private:
-  void leaveRow() {
-    needOpen();
-    adding_ = editing_ = false;
-  }
   void fetch() {
     stream_->fetch(block_);
-    at_ = 0;
+    position_.toStart();
+  }
+  void reopen() {
+    guarded([&] {
+      stream_.reset();
+      stream_ = std::make_unique<Stream>(session_->impl(), sql_);
+      fetch();
+      first_ = true;
+    });
   }
   template <class F>
   void guarded(F&& f) {
@@ -364,8 +332,8 @@ private:
 
   std::unique_ptr<Stream> stream_;
   Stream::Block block_;
-  std::size_t at_ = 0;
-  bool first_ = true, before_ = false;
+  platform::RowPosition position_;  // in the block
+  bool first_ = true;               // it is the first block
 };
 
 }  // namespace

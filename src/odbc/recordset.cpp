@@ -6,6 +6,7 @@
 #include "odbc/parameters.h"
 #include "odbc/row_block.h"
 #include "odbc/row_writer.h"
+#include "platform/row_position.h"
 
 namespace odbc {
 
@@ -84,7 +85,6 @@ protected:
   void needOpen() const {
     if (!open_) throw RunTimeError(RunTimeError::objectClosed, "The result set is closed");
   }
-  [[noreturn]] static void noRow() { throw RunTimeError(RunTimeError::noCurrentRecord, "There is no current record"); }
   [[noreturn]] static void noField(const std::string& name) {
     throw RunTimeError(RunTimeError::noSuchField, "The result set has no field '" + name + "'");
   }
@@ -152,42 +152,31 @@ public:
 
   bool Bof() const override {
     needOpen();
-    return before_ || rows_ == 0;
+    return position_.isBefore() || rows_ == 0;
   }
   bool Eof() const override {
     needOpen();
-    return !before_ && at_ >= rows_;
+    return position_.isBehind(rows_);
   }
+
   void MoveFirst() override {
     leaveRow();
-    if (rows_ == 0) noRow();
-    at_ = 0;
-    before_ = false;
+    position_.toFirst(rows_);
   }
   void MoveNext() override {
     leaveRow();
-    if (before_) {
-      before_ = false;
-      at_ = 0;
-      return;
-    }
-    if (at_ >= rows_) noRow();
-    ++at_;
+    position_.toNext(rows_);
   }
   void MovePrevious() override {
     leaveRow();
-    if (before_ || rows_ == 0) noRow();
-    if (at_ == 0)
-      before_ = true;
-    else
-      --at_;
+    position_.toPrevious(rows_);
   }
 
 protected:
   const Value* current() const override {
     needOpen();
-    if (before_ || at_ >= rows_) noRow();
-    return blocks_[at_ / blockRows_].data() + at_ % blockRows_ * columns_.size();
+    const std::size_t at = position_.row(rows_);
+    return blocks_[at / blockRows_].data() + at % blockRows_ * columns_.size();
   }
   void discard() override {
     blocks_ = {};
@@ -212,8 +201,8 @@ private:
     if (const auto failure = statement.drain()) throw *failure;
   }
   std::vector<std::vector<Value>> blocks_;  // of blockRows_ rows, cell after cell; the last one may have fewer
-  std::size_t blockRows_ = 1, rows_ = 0, at_ = 0;
-  bool before_ = false;
+  std::size_t blockRows_ = 1, rows_ = 0;
+  platform::RowPosition position_;
 };
 
 class ServerRows final : public Rows {
@@ -222,48 +211,39 @@ public:
 
   bool Bof() const override {
     needOpen();
-    return before_ || (first_ && rows_ == 0);
+    return position_.isBefore() || (first_ && rows_ == 0);
   }
   bool Eof() const override {
     needOpen();
-    return !before_ && at_ >= rows_;
+    return position_.isBehind(rows_);
   }
+
   void MoveFirst() override {
     leaveRow();
     if (!first_) {
       discard();
       open();
     }
-    if (rows_ == 0) noRow();
-    at_ = 0;
-    before_ = false;
+    position_.toFirst(rows_);
   }
   void MoveNext() override {
     leaveRow();
-    if (before_) {
-      before_ = false;
-      at_ = 0;
-      return;
-    }
-    if (at_ >= rows_) noRow();
-    if (++at_ < rows_) return;
+    position_.toNext(rows_);
+    if (!position_.isBehind(rows_)) return;
     fetch();
     first_ = false;
   }
+  // Not back into a block that has been left.
   void MovePrevious() override {
     leaveRow();
-    if (before_ || (at_ == 0 && !first_)) noRow();
-    if (at_ == 0)
-      before_ = true;
-    else
-      --at_;
+    if (!first_ && position_.isAtStart()) platform::RowPosition::noRow();
+    position_.toPrevious(rows_);
   }
 
 protected:
   const Value* current() const override {
     needOpen();
-    if (before_ || at_ >= rows_) noRow();
-    return cells_.data() + at_ * columns_.size();
+    return cells_.data() + position_.row(rows_) * columns_.size();
   }
   void discard() override {
     block_.reset();
@@ -294,16 +274,17 @@ private:
   }
   void fetch() {
     cells_.clear();
-    at_ = 0;
+    position_.toStart();
     rows_ = block_->fetch();
     for (std::size_t r = 0; r < rows_; ++r) block_->read(r, cells_);
   }
 
   std::unique_ptr<Statement> statement_;
   std::unique_ptr<RowBlock> block_;
-  std::vector<Value> cells_;  // of the block
-  std::size_t rows_ = 0, at_ = 0;
-  bool first_ = true, before_ = false;
+  std::vector<Value> cells_;        // of the block
+  std::size_t rows_ = 0;            // in the block
+  platform::RowPosition position_;  // in the block
+  bool first_ = true;               // it is the first block
 };
 
 }  // namespace
