@@ -10,15 +10,18 @@ namespace {
 
 using platform::RunTimeError;
 
-constexpr std::string_view secretWords[] = {"PWD", "Password", "AccessToken", "NewPassword"};
+// A keyword that ends in one of these has a value that nobody may read: PWD, NewPassword, KeyStoreSecret, AccessToken,
+// SSLKeyPassword, ClientKey, and what a driver has beside them.
+constexpr std::string_view secretEndings[] = {"pwd", "password", "passphrase", "secret", "token", "clientkey"};
 constexpr std::string_view hidden = "***";
 // A shorter value is not searched for in other texts: it would be found inside their ordinary words, and what is
 // blotted out there would tell it.
 constexpr std::size_t shortestSearched = 4;
 
 bool isSecret(std::string_view keyword) {
-  return std::any_of(std::begin(secretWords), std::end(secretWords),
-                     [&](std::string_view word) { return platform::equalsIgnoreCase(word, keyword); });
+  const std::string word = platform::toLowerAscii(keyword);
+  return std::any_of(std::begin(secretEndings), std::end(secretEndings),
+                     [&](std::string_view ending) { return word.ends_with(ending); });
 }
 
 // Only where the value could not be read otherwise: not every driver takes braces everywhere.
@@ -138,8 +141,8 @@ std::string redacted(std::string_view text, const std::vector<std::string>& secr
   std::string result;
   std::size_t done = 0;
   for (std::size_t at = 0; at < out.size(); ++at) {
-    for (const std::string_view word : secretWords) {
-      if (lower.compare(at, word.size(), platform::toLowerAscii(word)) != 0) continue;
+    for (const std::string_view word : secretEndings) {
+      if (lower.compare(at, word.size(), word) != 0) continue;
       std::size_t equals = lower.find_first_not_of(' ', at + word.size());
       if (equals == std::string::npos || lower[equals] != '=') continue;
       result += out.substr(done, equals + 1 - done);

@@ -20,19 +20,22 @@ SQLINTEGER numberField(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT record, S
   return SQL_SUCCEEDED(result) && value > 0 ? value : otherwise;
 }
 
-// "[unixODBC][FreeTDS][SQL Server]Invalid object name 'x'." gives "Invalid object name 'x'.": at most four components
-// pass a text on, and a text of the server that begins with a bracket keeps it.
-std::string withoutComponents(const std::string& text) {
-  std::size_t at = 0;
-  for (int i = 0; i < 4 && at < text.size() && text[at] == '['; ++i) {
-    const std::size_t close = text.find(']', at);
-    if (close == std::string::npos) break;
-    at = close + 1;
-  }
-  return at < text.size() ? text.substr(text.find_first_not_of(' ', at)) : text;
-}
-
 }  // namespace
+
+std::string withoutComponents(std::string_view text) {
+  constexpr std::string_view server = "[SQL Server]";
+  constexpr int mostComponents = 4;  // driver manager, maker, driver, server
+  std::size_t at = 0;
+  for (int i = 0; i < mostComponents && at < text.size() && text[at] == '['; ++i) {
+    const std::size_t close = text.find(']', at);
+    if (close == std::string_view::npos) break;
+    const bool last = text.substr(at).starts_with(server);
+    at = close + 1;
+    if (last) break;
+  }
+  const std::size_t begin = text.find_first_not_of(' ', at);
+  return std::string(begin == std::string_view::npos ? text : text.substr(begin));
+}
 
 std::vector<Diagnostic> diagnosticsOf(SQLSMALLINT handleType, SQLHANDLE handle,
                                       const std::vector<std::string>& secrets) {

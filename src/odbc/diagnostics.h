@@ -2,6 +2,7 @@
 // What a driver or a server says about a call.
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "odbc/api.h"
@@ -19,6 +20,10 @@ struct Diagnostic {
   bool isClass(const char* two) const { return state.compare(0, 2, two) == 0; }
   bool isTimeout() const { return state == "HYT00" || state == "HYT01"; }
 };
+
+// "[unixODBC][FreeTDS][SQL Server]Invalid object name 'x'." gives "Invalid object name 'x'.". Behind the server's own
+// component everything is its text, brackets too.
+std::string withoutComponents(std::string_view text);
 
 // All records of a handle, the most important one first. secrets are blotted out of the texts.
 std::vector<Diagnostic> diagnosticsOf(SQLSMALLINT handleType, SQLHANDLE handle,

@@ -37,6 +37,8 @@ void Link::prepare(const Settings& settings) {
   }
   const std::string amountType = settings.amountType.empty() && isSqlServer_ ? "money" : settings.amountType;
   if (!amountType.empty()) checkAmounts(amountType);
+  transactionCount_ =
+      settings.transactionCount.empty() && isSqlServer_ ? "select @@trancount" : settings.transactionCount;
   serverCursor_ = settings.serverCursor;
   if (serverCursor_ == ServerCursor::automatic)
     serverCursor_ = hasActiveResults() ? ServerCursor::activeResults : ServerCursor::staticCursor;
@@ -130,7 +132,10 @@ void Link::setAutocommit(bool on) {
 
 void Link::begin() {
   needOpen();
-  if (depth_ == 0) setAutocommit(false);
+  if (depth_ == 0) {
+    setAutocommit(false);
+    worked_ = suspect_ = undone_ = false;
+  }
   ++depth_;
 }
 
@@ -140,6 +145,12 @@ void Link::commit() {
   if (depth_ == 0)
     throw RunTimeError(platform::ServerFailure{noTransaction, 16, 1,
                                                "The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION.",
+                                               "commit transaction"});
+  beforeStatement();
+  if (undone_)
+    throw RunTimeError(platform::ServerFailure{noTransaction, 16, 1,
+                                               "The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION: "
+                                               "the server undid the transaction after an earlier failure.",
                                                "commit transaction"});
   if (depth_ > 1) {
     --depth_;
@@ -163,7 +174,26 @@ void Link::endTransaction(SQLSMALLINT how, const char* name) {
   if (!SQL_SUCCEEDED(SQLEndTran(SQL_HANDLE_DBC, connection_.get(), how)))
     raise(SQL_HANDLE_DBC, connection_.get(), name);
   depth_ = 0;
+  suspect_ = undone_ = false;
   setAutocommit(true);
+}
+
+void Link::beforeStatement() {
+  needOpen();
+  if (!suspect_) return;
+  suspect_ = false;
+  undone_ = undone_ || transactionIsGone();
+}
+
+// False also where it cannot be known because the connection is busy with a result.
+bool Link::transactionIsGone() const {
+  const StatementHandle statement(connection_.get());
+  const std::u16string text = toUtf16(transactionCount_);
+  SQLINTEGER count = 1;
+  SQLLEN size = 0;
+  return SQL_SUCCEEDED(SQLExecDirectW(statement.get(), wide(text.data()), static_cast<SQLINTEGER>(text.size()))) &&
+         SQL_SUCCEEDED(SQLFetch(statement.get())) &&
+         SQL_SUCCEEDED(SQLGetData(statement.get(), 1, SQL_C_SLONG, &count, sizeof count, &size)) && count == 0;
 }
 
 bool Link::isDead(const std::vector<Diagnostic>& records) const {
@@ -179,6 +209,8 @@ RunTimeError Link::failure(SQLSMALLINT handleType, SQLHANDLE handle, const std::
   if (isDead(records)) {
     lost_ = true;
     d.message = lossText_ = "The connection to the server is lost: " + d.message;
+  } else if (depth_ > 0 && worked_ && !transactionCount_.empty()) {
+    suspect_ = true;
   }
   return RunTimeError(serverFailure(d, statement));
 }

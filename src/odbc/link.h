@@ -32,7 +32,13 @@ public:
   // RunTimeError 3709 unless open; after a loss it says so.
   void needOpen() const;
 
-  // Transactions nest as the server's own do: only the outermost commit counts, a rollback undoes all.
+  // Before each statement: open, as above; and behind a failure it finds out what became of the transaction, before a
+  // new one begins without a word.
+  void beforeStatement();
+
+  // Transactions nest as the server's own do: only the outermost commit counts, a rollback undoes all. When the server
+  // has undone the transaction behind a failure, the commit fails with 3902, as it would there, and nothing of what ran
+  // since stays either: the driver began a transaction anew without a word.
   void begin();
   void commit();
   void rollback();
@@ -60,6 +66,7 @@ private:
   bool hasActiveResults() const;
   void endTransaction(SQLSMALLINT how, const char* name);
   bool isDead(const std::vector<Diagnostic>& records) const;
+  bool transactionIsGone() const;
 
   EnvironmentHandle environment_;
   ConnectionHandle connection_;
@@ -68,7 +75,10 @@ private:
   bool isSqlServer_ = false;
   std::string openQuote_ = "\"", closeQuote_ = "\"", lossText_;
   ServerCursor serverCursor_ = ServerCursor::automatic;
+  std::string transactionCount_;
   bool open_ = false, lost_ = false;
+  bool worked_ = false;                    // a statement has succeeded inside the transaction
+  bool suspect_ = false, undone_ = false;  // the server may have undone it; it has
   int depth_ = 0;
 };
 

@@ -274,6 +274,7 @@ private:
   }
   void fetch() {
     cells_.clear();
+    rows_ = 0;  // none, should the fetch fail
     position_.toStart();
     rows_ = block_->fetch();
     for (std::size_t r = 0; r < rows_; ++r) block_->read(r, cells_);

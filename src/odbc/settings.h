@@ -27,6 +27,10 @@ struct Settings {
   // The server's type of amounts. A driver that does not hand on all digits of one is refused when connecting. Empty:
   // money on a server of the dialect, no question elsewhere.
   std::string amountType;
+  // A selection of how many transactions are open, put behind a failure inside one: some failures (a deadlock, a
+  // conversion) make the server undo the transaction by itself. Empty: @@trancount on a server of the dialect, no
+  // question elsewhere.
+  std::string transactionCount;
 };
 
 }  // namespace odbc

@@ -25,7 +25,7 @@ void Statement::drop() noexcept {
 }
 
 Statement::Result Statement::execute(const std::string& batch) {
-  link_->needOpen();
+  link_->beforeStatement();
   closeCursor();
   text_ = batch;
   failuresInARow_ = 0;
@@ -63,6 +63,7 @@ Statement::Result Statement::classify(SQLRETURN result) {
   }
   if (!SQL_SUCCEEDED(result)) return failed();
   failuresInARow_ = 0;
+  link_->worked_ = true;
   if (result == SQL_SUCCESS_WITH_INFO) collectMessages();
   SQLSMALLINT columns = 0;
   if (!SQL_SUCCEEDED(SQLNumResultCols(handle_.get(), &columns))) return failed();
@@ -107,7 +108,7 @@ void Statement::prepare(const std::string& statement) {
 }
 
 Statement::Result Statement::executePrepared() {
-  link_->needOpen();
+  link_->beforeStatement();
   failuresInARow_ = 0;
   underway_ = true;
   return classify(SQLExecute(handle_.get()));

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "odbc/connection.h"
+#include "odbc/diagnostics.h"
 #include "odbc/text.h"
 #include "odbc_fixture.h"
 
@@ -47,6 +48,8 @@ TEST(ConnectionStrings, secrets_in_other_texts_are_blotted_out) {
   EXPECT_EQ(redacted("login 'u' with Tiger99 failed", {"Tiger99"}), "login 'u' with *** failed");
   EXPECT_EQ(redacted("no secrets here"), "no secrets here");
   EXPECT_EQ(redacted("PWD="), "PWD=***");
+  EXPECT_EQ(redacted("KeyStoreSecret=hunter22;SSLKeyPassword=b;ClientKey=c;Server=s"),
+            "KeyStoreSecret=***;SSLKeyPassword=***;ClientKey=***;Server=s");
 }
 
 TEST(ConnectionStrings, a_connection_text_gives_its_server_part_and_its_database) {
@@ -65,4 +68,14 @@ TEST(OdbcTexts, convert_both_ways_and_refuse_what_is_no_utf8) {
   EXPECT_EQ(odbc::toUtf8(std::u16string{char16_t{0xDE00}}), "\xEF\xBF\xBD");
   for (const char* bad : {"\x80", "\xC0\x80", "\xE8\xB4", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xFF"})
     EXPECT_EQ(failureOf([&] { odbc::toUtf16(bad); }).number(), platform::RunTimeError::invalidCall);
+}
+
+TEST(Diagnostics, a_servers_text_keeps_its_brackets) {
+  using odbc::withoutComponents;
+  EXPECT_EQ(withoutComponents("[unixODBC][FreeTDS][SQL Server]Invalid object name 'x'."), "Invalid object name 'x'.");
+  EXPECT_EQ(withoutComponents("[FreeTDS][SQL Server][dbo].[t] is gone"), "[dbo].[t] is gone");
+  EXPECT_EQ(withoutComponents("[unixODBC][Maker][Driver 18 for SQL Server][SQL Server][a] b"), "[a] b");
+  EXPECT_EQ(withoutComponents("[unixODBC] ERROR: no"), "ERROR: no");
+  EXPECT_EQ(withoutComponents("no component"), "no component");
+  EXPECT_EQ(withoutComponents("[never closed"), "[never closed");
 }

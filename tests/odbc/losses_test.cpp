@@ -61,6 +61,8 @@ TEST_F(OdbcLosses, a_server_cursor_that_meets_the_loss_fails_and_closes) {
     }
   });
   EXPECT_FALSE(e.description().empty());
+  EXPECT_TRUE(rows->Eof()) << "what had been read is gone";
+  EXPECT_EQ(failureOf([&] { rows->Field("a"); }).number(), RunTimeError::noCurrentRecord);
   EXPECT_NO_THROW(rows->Close());
 }
 

@@ -64,3 +64,38 @@ TEST_F(OdbcTransactions, closing_a_connection_undoes_what_is_open) {
   connection_->ConnectionOpen(postgres().connectionText());
   EXPECT_EQ(value("select count(*) from t"), Value(0));
 }
+
+// A server of the dialect undoes the transaction behind some failures, and with autocommit off the driver begins
+// another one without a word. The question after it is answered here as such a server would.
+TEST_F(OdbcTransactions, one_that_the_server_undid_cannot_be_committed) {
+  odbc::Settings settings;
+  settings.transactionCount = "select 0";
+  const auto victim = odbc::makeConnection(settings);
+  victim->ConnectionOpen(postgres().connectionText());
+  victim->BeginTrans();
+  victim->ExecuteSql("insert into t values(1)");
+  failureOf([&] { victim->ExecuteSql("insert into nosuch values(1)"); });
+  victim->ExecuteSql("insert into t values(2)");
+  const RunTimeError e = failureOf([&] { victim->CommitTrans(); });
+  EXPECT_EQ(e.server()->number, 3902);
+  EXPECT_NE(e.description().find("undid the transaction"), std::string::npos) << e.description();
+  victim->RollbackTrans();
+  EXPECT_EQ(value("select count(*) from t"), Value(0));
+  victim->BeginTrans();
+  victim->ExecuteSql("insert into t values(3)");
+  victim->CommitTrans();
+  EXPECT_EQ(value("select count(*) from t"), Value(1));
+}
+
+TEST_F(OdbcTransactions, a_failure_that_the_server_keeps_the_transaction_over_changes_nothing) {
+  odbc::Settings settings;
+  settings.transactionCount = "select 1";
+  const auto victim = odbc::makeConnection(settings);
+  victim->ConnectionOpen(postgres().connectionText());
+  victim->BeginTrans();
+  victim->ExecuteSql("insert into t values(1)");
+  failureOf([&] { victim->ExecuteSql("insert into nosuch values(1)"); });
+  victim->ExecuteSql("insert into t values(2)");
+  victim->CommitTrans();
+  EXPECT_EQ(value("select count(*) from t"), Value(2));
+}
