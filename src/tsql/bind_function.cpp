@@ -376,86 +376,8 @@ BoundPtr objectName(const Call& c) {
   return c.b.call("ts_object_name", typeOf(TypeKind::nvarchar, 128), c.f.pos, c.asInt(0));
 }
 
-// ------------------------------------------------------------------------------------------------ aggregates
-bool holdsSelect(const BoundExpr& e) {
-  return e.select || std::any_of(e.args.begin(), e.args.end(), [](const auto& a) { return holdsSelect(*a); });
-}
-
-bool namesColumnOf(const BoundExpr& e, const Scope& scope) {
-  return (e.op == BoundOp::column && scope.owns(e.source)) ||
-         std::any_of(e.args.begin(), e.args.end(), [&](const auto& a) { return namesColumnOf(*a, scope); });
-}
-
-// An aggregate gathers the rows of the innermost selection that a column in it belongs to; of its own when none does.
-Scope& gatheringScope(const BoundExpr* argument, Scope& own) {
-  if (argument)
-    for (Scope* s = &own; s; s = s->outer)
-      if (namesColumnOf(*argument, *s)) return *s;
-  return own;
-}
-
-void requireAggregate(Scope& scope, SourcePos pos) {
-  if (scope.inGroupBy)
-    fail(144, "Cannot use an aggregate or a subquery in an expression used for the group by list of a GROUP BY clause.",
-         pos, 15);
-  if (!scope.aggregatesAllowed)
-    fail(147,
-         "An aggregate may not appear in the WHERE clause unless it is in a subquery contained in a HAVING clause "
-         "or a select list, and the column being aggregated is an outer reference.",
-         pos, 15);
-  if (scope.aggregateDepth > 0)
-    fail(130, "Cannot perform an aggregate function on an expression containing an aggregate or a subquery.", pos, 15);
-  scope.sawAggregate = true;
-}
-
 BoundPtr aggregate(const Call& c) {
-  const SqlType countType = c.name == "count_big" ? typeOf(TypeKind::bigint) : intType;
-  auto e = std::make_unique<BoundExpr>();
-  e->op = BoundOp::aggregate;
-  e->text = c.name == "count_big" ? "count" : c.name;
-  e->distinct = c.f.distinct;
-  e->pos = c.f.pos;
-  if (e->text == "count" && c.arg(0).kind == ast::ExprKind::star) {
-    requireAggregate(c.scope, c.f.pos);
-    e->op = BoundOp::countStar;
-    e->source = c.scope.id;
-    e->type = countType;
-    e->nullable = false;
-    return e;
-  }
-  ++c.scope.aggregateDepth;
-  auto x = c.value(0);
-  --c.scope.aggregateDepth;
-  if (holdsSelect(*x))
-    fail(130, "Cannot perform an aggregate function on an expression containing an aggregate or a subquery.", c.f.pos,
-         15);
-  Scope& scope = gatheringScope(x.get(), c.scope);
-  requireAggregate(scope, c.f.pos);
-  e->source = scope.id;
-  const TypeKind k = x->type.kind;
-  if (x->op == BoundOp::null && k == TypeKind::null)
-    fail(8117, "Operand data type NULL is invalid for " + c.name + " operator.", c.f.pos);
-  if (e->text == "count") {
-    e->type = countType;
-    e->nullable = false;
-  } else if (e->text == "min" || e->text == "max") {
-    if (k == TypeKind::bit || isLob(k) || k == TypeKind::uniqueidentifier)
-      fail(8117, "Operand data type " + x->type.baseName() + " is invalid for " + e->text + " operator.", c.f.pos);
-    e->type = x->type;
-  } else {
-    if (k == TypeKind::bit || !isNumeric(k))
-      fail(8117, "Operand data type " + x->type.baseName() + " is invalid for " + e->text + " operator.", c.f.pos);
-    if (isMoney(k))
-      e->type = typeOf(TypeKind::money);
-    else if (k == TypeKind::decimal)
-      e->type = decimalType(38, e->text == "avg" ? std::max(6, x->type.scale) : x->type.scale);
-    else if (isApproximate(k))
-      e->type = floatType;
-    else
-      e->type = typeOf(k == TypeKind::bigint ? TypeKind::bigint : TypeKind::integer);
-  }
-  e->args.push_back(std::move(x));
-  return e;
+  return c.b.aggregate(c.f, c.name, c.scope);
 }
 
 struct Entry {

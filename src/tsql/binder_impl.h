@@ -52,6 +52,9 @@ public:
   // bind_function.cpp
   BoundPtr function(const ast::Function& f, Scope& scope);
 
+  // bind_aggregate.cpp
+  BoundPtr aggregate(const ast::Function& f, const std::string& name, Scope& own);  // name: lower case
+
   // bind_conversion.cpp
   // By the rules of precedence (nothing is cut), or as an assignment to a column (a text too long is a failure).
   BoundPtr convertTo(BoundPtr e, const SqlType& type, bool store = false);

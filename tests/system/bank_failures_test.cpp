@@ -1,10 +1,12 @@
 // The bank stage broken at every call: what it leaves behind in both years, and that the run goes on.
 
+#include "detail/jz_data.h"
 #include "dialogs/frm_jzsn.h"
 #include "host/messages.h"
 #include "host/services.h"
 #include "system/bank_fixture.h"
 #include "system/fault_injection.h"
+#include "system/observers.h"
 
 namespace gljz::test {
 namespace {
@@ -89,6 +91,7 @@ protected:
     ASSERT_NE(whole, before);
     int n = 1;
     std::size_t ledgerLines = 0;
+    bool counted = false;
     for (;; ++n) {
       reset();
       const bool cameThrough = carryOut(n);
@@ -103,8 +106,10 @@ protected:
       }
       EXPECT_FALSE(cameThrough);
       EXPECT_EQ(after.markers, whole.markers);
-      if (broken_.starts_with("select count(1)")) {  // only the choice of the cursor depends on it
+      if (broken_.starts_with("select count(1)")) {  // only the choice of the cursor depends on it: the client's
         EXPECT_EQ(after, whole);
+        EXPECT_EQ(faults_->serverCursors(), 0);
+        counted = true;
         continue;
       }
       EXPECT_TRUE(isPrefix(after.ledger, whole.ledger));
@@ -132,6 +137,7 @@ protected:
       repairs(whole);
     }
     EXPECT_GT(n, 40);
+    EXPECT_TRUE(counted);
     EXPECT_EQ(state(), whole);
   }
 
@@ -196,6 +202,165 @@ TEST_F(BankFailuresTest, From200000LinesTheServerKeepsThem) {
   JzYhData();
   EXPECT_EQ(faults_->serverCursors(), 1);
   EXPECT_EQ(state().ledger, inMemory);
+}
+
+// --- The message
+
+// The gate of the boxes is open here, which no run ever does. The ledger has one row, the balance of 100201, and the
+// statements two.
+class BankMessageTest : public BankFixture<LedgerTest> {
+protected:
+  BankMessageTest() {
+    for (const std::string ccode : {"100201", "100202", "100203"}) bank(ccode);
+    vouchers(closing, {"ccode | iperiod | md", "100201 | 20 | 70"});
+    fill(closing, "rp_bankrecp",
+         {"ccode | ibegin | ddate | mmoney | bd_c", "100201 | 0 | 2005-01-01 | 7 | 1",
+          "100201 | 1 | 2005-06-06 | 8 | 1"});
+    fill(closing, "rp_cheque", {"cCode | ccheque_id", "100201 | Q1", "100203 | Q2"});
+    run.m_pubCls = services_ = std::make_shared<AskingServices>(run.m_pubCls);
+    run.m_bBankTransfer = 2;
+    run.m_bManual = run.m_bCancelable = true;
+  }
+
+  std::string idOf(const std::string& table, const std::string& condition) {
+    return text(closing, "select i_id from " + table + " where " + condition);
+  }
+  void expectMessage(const std::string& id) {
+    EXPECT_EQ(services_->boxes, (std::vector<Box>{{"JzYhData:failure to order-" + id, 0, ""}}));
+  }
+
+  std::shared_ptr<AskingServices> services_;
+};
+
+TEST_F(BankMessageTest, BeforeTheFirstLineOfTheLedgerNamesNone) {
+  failAt("select top 1 * from gl_accvouch");
+  JzYhData();
+  expectMessage("");
+}
+
+TEST_F(BankMessageTest, InTheLedgerNamesItsLine) {
+  vouchers(closing, {"ccode | md | cdigest", "100202 | 100 | 甲", "100202 | 200 | 乙", "100203 | 400 | 丙"});
+  failAt("N'乙'");
+  JzYhData();
+  expectMessage(idOf("gl_accvouch", "cdigest=N'乙'"));
+  expectRows(opening, "select md from gl_accvouch where iyear=2006 order by i_id", {"70", "100"});
+}
+
+TEST_F(BankMessageTest, InTheStatementsNamesTheStatementLine) {
+  failAt("2005-06-06',8");
+  JzYhData();
+  expectMessage(idOf("rp_bankrecp", "ibegin=1"));
+  expectRows(opening, "select ibegin from rp_bankrecp where iyear=2006", {"0"});
+  expectRows(opening, "select * from rp_cheque", {});
+}
+
+TEST_F(BankMessageTest, BeforeTheFirstStatementLineNamesTheLastLineOfTheLedger) {
+  failAt("delete from rp_bankrecp");
+  JzYhData();
+  expectMessage(idOf("gl_accvouch", "iperiod=20"));
+}
+
+// A cheque has no identity of its own to name.
+TEST_F(BankMessageTest, InTheChequesNamesTheLastStatementLine) {
+  fill(closing, "rp_bankrecp", {"ccode | ibegin | ddate | mmoney | bd_c", "100202 | 0 | 2005-01-01 | 9 | 1"});
+  failAt("select ccode from code where iyear=2006 and ccode=N'100203'");
+  JzYhData();
+  expectMessage(idOf("rp_bankrecp", "ccode=N'100202'"));
+  expectRows(opening, "select ccheque_id from rp_cheque", {"Q1"});
+}
+
+TEST_F(BankMessageTest, IsTheOnlyTraceAndTheStagesBehindTheBankRun) {
+  vouchers(closing, {"ccode | md | cdigest", "100202 | 100 | 甲"});
+  fill(closing, "GL_mybooktype", {"cid", "日记"});
+  failAt("N'甲'");
+  JzData();
+  ASSERT_FALSE(services_->boxes.empty());
+  EXPECT_EQ(services_->boxes.front(),
+            (Box{"JzYhData:failure to order-" + idOf("gl_accvouch", "cdigest=N'甲'"), 0, ""}));
+  expectRows(opening, "select ibegin from rp_bankrecp where iyear=2006", {});
+  expectRows(opening, "select ccheque_id from rp_cheque", {});
+  EXPECT_TRUE(notCarried().empty());
+  expectRows(opening, "select cid from GL_mybooktype", {"日记"});
+  EXPECT_EQ(run.m_strFuncDesc, "结转函数--自定义项结转");
+  EXPECT_EQ(run.m_strMsg, "");
+}
+
+// --- The statement that a failure text would name
+
+struct BankSelection {
+  std::uint8_t bankTransfer;
+  const char* text;
+};
+void PrintTo(const BankSelection& selection, std::ostream* out) {
+  *out << static_cast<int>(selection.bankTransfer) << ": " << selection.text;
+}
+
+class BankSelectionTest : public BankFixture<LedgerTest>, public ::testing::WithParamInterface<BankSelection> {};
+
+TEST_P(BankSelectionTest, IsTheOneThatFailed) {
+  run.m_bBankTransfer = GetParam().bankTransfer;
+  failAt(GetParam().text);
+  JzYhData();
+  EXPECT_EQ(statements().back().text, GetParam().text);
+  EXPECT_EQ(run.m_strLastSql, GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Steps, BankSelectionTest,
+    ::testing::Values(
+        BankSelection{2,
+                      "select gl_accvouch.*,code.ccode_name from code inner join gl_accvouch on "
+                      "code.ccode=gl_accvouch.ccode  and code.iyear=gl_accvouch.iyear where code.bend=1 and code.be=1 "
+                      "and not gl_accvouch.ccode is null and not gl_accvouch.bdelete=1  and code.iyear=2005  and "
+                      "(gl_accvouch.iFlagBank Is NULL Or gl_accvouch.iFlagBank = 0)  and gl_accvouch.iflag is null "
+                      "order by gl_accvouch.ccode,gl_accvouch.cexch_name"},
+        BankSelection{1,
+                      "select gl_accvouch.*,code.ccode_name from code inner join gl_accvouch on "
+                      "code.ccode=gl_accvouch.ccode  and code.iyear=gl_accvouch.iyear where code.bend=1 and code.be=1 "
+                      "and not gl_accvouch.ccode is null and not gl_accvouch.bdelete=1  and code.iyear=2005  and "
+                      "(gl_accvouch.iFlagBank Is NULL Or gl_accvouch.iFlagBank = 0 Or gl_accvouch.iFlagBank >= 1 And "
+                      "gl_accvouch.iFlagBank <= 24)  and gl_accvouch.iflag is null order by "
+                      "gl_accvouch.ccode,gl_accvouch.cexch_name"},
+        BankSelection{2,
+                      "select distinct rp_bankrecp.ccode,code.ccode_name from code inner join rp_bankrecp on "
+                      "code.ccode=rp_bankrecp.ccode  and code.iyear=rp_bankrecp.iyear where code.bend=1 and code.be=1 "
+                      "and not rp_bankrecp.ccode is null and code.iyear=2005  and rp_bankrecp.iflag is null "},
+        BankSelection{1,
+                      "select distinct rp_bankrecp.ccode,code.ccode_name from code inner join rp_bankrecp on "
+                      "code.ccode=rp_bankrecp.ccode  and code.iyear=rp_bankrecp.iyear where code.bend=1 and code.be=1 "
+                      "and not rp_bankrecp.ccode is null and code.iyear=2005 "},
+        BankSelection{2,
+                      "select rp_bankrecp.*,code.ccode_name from code inner join rp_bankrecp on "
+                      "code.ccode=rp_bankrecp.ccode  and code.iyear=rp_bankrecp.iyear where code.bend=1 and code.be=1 "
+                      "and not rp_bankrecp.ccode is null and not rp_bankrecp.bdelete=1 and code.iyear=2005  and "
+                      "rp_bankrecp.iflag is null  order by code.ccode,rp_bankrecp.cexch_name "},
+        BankSelection{1,
+                      "select rp_bankrecp.*,code.ccode_name from code inner join rp_bankrecp on "
+                      "code.ccode=rp_bankrecp.ccode  and code.iyear=rp_bankrecp.iyear where code.bend=1 and code.be=1 "
+                      "and not rp_bankrecp.ccode is null and not rp_bankrecp.bdelete=1 and code.iyear=2005  order by "
+                      "code.ccode,rp_bankrecp.cexch_name "},
+        BankSelection{2,
+                      "select A.*,C.ccode_name from TqData_001_2005..code  C inner join TqData_001_2005..rp_cheque A "
+                      "on C.ccode=A.ccode and c.iyear= 2005 Where C.bEnd = 1 And C.be = 1 And Not A.ccode Is Null And "
+                      "A.dout Is Null  and A.ccheque_id not in ( select ccheque_id from TqData_001_2006..rp_cheque B "
+                      ")"}));
+
+// What stands between a selection and the next one is not named.
+TEST_F(BankMessageTest, TheSelectionIsNamedAndNotTheLineThatFailed) {
+  const std::vector<std::pair<std::string, std::string>> failures{
+      {"select sum(md) as zd1", "select gl_accvouch.*"},
+      {"insert into gl_accvouch(iyear", "select gl_accvouch.*"},
+      {"delete from rp_bankrecp", "select gl_accvouch.*"},
+      {"and ibegin=0", "select distinct rp_bankrecp.ccode"},
+      {"insert into RP_bankrecp", "select rp_bankrecp.*"},
+      {"select top 1 * from rp_cheque", "select rp_bankrecp.*"},
+      {"select ccode from code where iyear=2006 and ccode=N'100203'", "select A.*,C.ccode_name"}};
+  for (const auto& [failing, named] : failures) {
+    failAt(failing);
+    JzYhData();
+    EXPECT_TRUE(run.m_strLastSql.starts_with(named)) << failing << ": " << run.m_strLastSql;
+  }
+  EXPECT_EQ(services_->boxes.size(), failures.size());
 }
 
 // --- In a whole run

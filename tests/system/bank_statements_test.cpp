@@ -1,6 +1,7 @@
 #include "detail/bank_statements.h"
 
 #include "system/bank_fixture.h"
+#include "system/observers.h"
 
 namespace gljz::test {
 namespace {
@@ -168,8 +169,10 @@ TEST_F(BankStatementsTest, TheOpeningRowTakesTheMovementAndTheFirstDayOfTheYear)
              {"2006-01-01 | 120 | 77 | 1"});
 }
 
+// The side is the closing year's, whatever the account's is in the new one.
 TEST_F(BankStatementsTest, OnACreditAccountTheSignTurnsOver) {
-  bank("100201", {"bd_c", "0"});
+  bank(closing, "100201", {"bd_c", "0"});
+  bank(opening, "100201", {"bd_c", "1"});
   statements(closing, {"ccode | ibegin | ddate | mmoney | bd_c", "100201 | 0 | 2005-01-01 | 100 | 0",
                        "100201 | 1 | 2005-05-01 | 30 | 1"});
   carry();
@@ -217,6 +220,63 @@ TEST_F(BankStatementsTest, AnAccountWhoseNormalSideIsNotSetCannotBeBroughtForwar
   statements(closing, {"ccode | ibegin | mmoney | bd_c", "100201 | 0 | 100 | 1"});
   EXPECT_THROW(carry(), platform::RunTimeError);
   expectNew("ibegin", {});
+}
+
+// --- An account that the new year does not know by its old code
+
+// The gate of the boxes is open here, which no run ever does.
+class UnknownAccountTest : public BankStatementsTest {
+protected:
+  UnknownAccountTest() {
+    bank(closing, "100201");
+    run.m_pubCls = services_;
+    run.m_bManual = run.m_bCancelable = true;
+    SetupImbalanceGrid(4);
+  }
+  void renumber() {
+    bank(opening, "100209");
+    fill(opening, "GL_CodeMatch", {"cOldCode | cNewCode", "100201 | 100209"});
+  }
+  const Box missing_{"Orvo.GL.TqGLJZ.00223", 0, "Orvo.GL.TqGLJZ.00094"};
+  std::shared_ptr<AskingServices> services_ = std::make_shared<AskingServices>(run.m_pubCls);
+};
+
+TEST_F(UnknownAccountTest, AnOpeningRowThatIsMadeForItIsACreditOneAndTheOperatorIsTold) {
+  bank("100202");
+  statements(closing, {"ccode | ibegin | mmoney", "100201 | 1 | 5", "100202 | 1 | 6"});
+  carry();
+  EXPECT_EQ(services_->boxes, std::vector<Box>{missing_});
+  expectRows(closing, "select ccode,bd_c from rp_bankrecp where iyear=2005 and ibegin=0 order by ccode",
+             {"100201 | 0", "100202 | 1"});
+  expectNew("ccode,ibegin,mmoney", {"100202 | 0 | -6", "100202 | 1 | 6"});
+}
+
+TEST_F(UnknownAccountTest, ARenumberedOneIsBroughtForwardUnderItsOldCodeAndTheOperatorIsTold) {
+  renumber();
+  statements(closing, {"ccode | ibegin | ddate | mmoney | bd_c", "100201 | 0 | 2005-01-01 | 100 | 1",
+                       "100201 | 1 | 2005-05-01 | 30 | 1"});
+  carry();
+  EXPECT_EQ(services_->boxes, std::vector<Box>{missing_});
+  expectNew("ccode,ibegin,mmoney", {"100201 | 0 | 130", "100201 | 1 | 30"});
+  expectRows(opening, "select ccode,dbegin from code where iyear=2006", {"100209 | 2005-01-01"});  // as it was
+  EXPECT_TRUE(notCarried().empty());
+}
+
+TEST_F(UnknownAccountTest, ARenumberedOneWithoutAnOpeningRowIsToldOfTwice) {
+  renumber();
+  statements(closing, {"ccode | ibegin | mmoney | bd_c", "100201 | 1 | 30 | 1"});
+  carry();
+  EXPECT_EQ(services_->boxes, (std::vector<Box>{missing_, missing_}));
+  expectNew("ccode,ibegin,mmoney,bd_c", {"100201 | 0 | 30 | 0", "100201 | 1 | 30 | 1"});
+}
+
+TEST_F(UnknownAccountTest, AnUnattendedRunGoesOnInSilence) {
+  run.m_bManual = false;
+  renumber();
+  statements(closing, {"ccode | ibegin | mmoney | bd_c", "100201 | 1 | 30 | 1"});
+  carry();
+  EXPECT_EQ(services_->boxes, std::vector<Box>{});
+  expectNew("ccode,ibegin,mmoney", {"100201 | 0 | 30", "100201 | 1 | 30"});
 }
 
 // --- Lines that are left out

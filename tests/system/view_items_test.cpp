@@ -397,6 +397,18 @@ TEST_F(ViewItemsTest, WithoutTheOptionNothingOfThisRuns) {
   }
 }
 
+TEST_F(ViewItemsTest, AnOptionThatTheNewYearDoesNotHaveCountsAsNotSet) {
+  account("1001");
+  makeSchemaOfClosingYear();
+  sql(opening, "delete from accinformation where cName=N'iZBMsg'");
+  sql(closing, "update accinformation set cValue=N'1' where cSysID=N'GL' and cName=N'iZBMsg'");  // nobody asks here
+  const Outcome outcome = transfer();
+  EXPECT_TRUE(outcome.success);
+  EXPECT_EQ(outcome.message, "");
+  EXPECT_FALSE(hasSchema(opening));
+  EXPECT_FALSE(wasRun("iViewItem"));
+}
+
 class SharedViewItemsTest : public SharedLedgerTest {};
 
 TEST_F(SharedViewItemsTest, OneDatabaseThatHasTheSchemaKeepsWhatItHas) {

@@ -115,6 +115,28 @@ TEST_F(VoucherModelQuestionTest, AFailureOfTheStageIsToldByTheStageSequence) {
                                                 {"Component cannot be created: TsGFJZ.clsGFJZ", 0, ""}}));
 }
 
+// All that keeps the box away is that nobody watches; nothing else tells of the failure either.
+TEST_F(VoucherModelQuestionTest, AFailureLeavesNoTraceInAnUnattendedRunAndTheStagesBehindItRun) {
+  run.m_bManual = false;
+  account("1001");
+  fill(closing, "gl_accsum", {"ccode | iperiod | me", "1001 | 12 | 100"});
+  fill(closing, "GL_mybooktype", {"cid", "日记"});
+  fill(opening, "GL_QcUserDef", {"iyear | ccode", "2006 | 9999"});
+  for (const char* table : {"GL_ModelMain", "GL_modelpreplace", "GL_ModelSub2"})
+    sql(opening, std::string("delete from ") + table);
+  sql(opening, "drop table GL_ModelSub1");
+  JzData();
+  EXPECT_EQ(models("GL_ModelMain"), "1");
+  EXPECT_EQ(models("GL_ModelSub2"), "");
+  EXPECT_EQ(services_->boxes, std::vector<Box>{});
+  EXPECT_EQ(run.m_strMsg, "");
+  EXPECT_TRUE(notCarried().empty());
+  expectRows(opening, "select ccode,count(*),sum(mb) from gl_accsum where iyear=2006 group by ccode",
+             {"1001 | 12 | 1200"});
+  expectRows(opening, "select cid from GL_mybooktype", {"日记"});  // the settings tables
+  expectRows(opening, "select * from GL_QcUserDef", {});           // the last stage clears the year first
+}
+
 // --- The order of the statements.
 
 class VoucherModelStatementsTest : public VoucherModelsTest {
