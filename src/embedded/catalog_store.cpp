@@ -263,11 +263,14 @@ std::shared_ptr<const DatabaseCatalog> loadCatalog(sqlite3* db, const std::strin
         t->name = s.text(1);
         t->database = name;
         t->schemaName = schemaName;
-        t->storageName = t->name;
-        t->storage = quoteName(schemaName) + "." + quoteName(t->name);
+        t->storageName = s.text(3).empty() ? t->name : s.text(3);
+        t->storage = quoteName(schemaName) + "." + quoteName(t->storageName);
         t->temporary = temporary;
-        byId[t->id] = t.get();
-        c->tables.emplace(t->name, std::move(t));
+        // A later table hides an earlier one of its name: a procedure's # table its caller's.
+        auto& known = c->tables[t->name];
+        if (known) byId.erase(known->id);
+        known = std::move(t);
+        byId[known->id] = known.get();
       } else {
         c->otherObjects[s.text(1)] = type;
       }
@@ -285,8 +288,8 @@ std::int64_t storeTable(sqlite3* db, const std::string& schemaName, const TableD
   const auto id = table.id ? table.id : nextId(db, schemaName);  // a table that is made anew keeps its number
   write(db,
         "INSERT INTO " + in(schemaName, "_ts_objects") +
-            "(name,id,xtype,uid,parent_obj,crdate,type) VALUES(?,?,'U',1,0,ts_getdate(),'U')",
-        {text(table.name), number(id)});
+            "(name,id,xtype,uid,parent_obj,crdate,type,text) VALUES(?,?,'U',1,0,ts_getdate(),'U',?)",
+        {text(table.name), number(id), table.storageName == table.name ? tsql::Datum{} : text(table.storageName)});
   for (std::size_t i = 0; i < table.columns.size(); ++i)
     storeColumn(db, schemaName, id, static_cast<int>(i), table.columns[i]);
   for (const auto& k : table.keys) storeKey(db, schemaName, id, k);

@@ -18,13 +18,12 @@ namespace {
 
 constexpr unsigned char firstPrintable = 0x20, lastPrintable = 0x7E;
 
-UCollator* openCollator() {
+UCollator* openCollator(const char* locale, UCollationStrength strength) {
   UErrorCode status = U_ZERO_ERROR;
-  std::unique_ptr<UCollator, decltype(&ucol_close)> collator(ucol_open("zh@collation=pinyin", &status), &ucol_close);
-  if (U_FAILURE(status) || status == U_USING_DEFAULT_WARNING)
+  std::unique_ptr<UCollator, decltype(&ucol_close)> collator(ucol_open(locale, &status), &ucol_close);
+  if (U_FAILURE(status) || (*locale && status == U_USING_DEFAULT_WARNING))
     throw std::runtime_error("no Chinese collation in the ICU data");
-  // Secondary strength leaves case and width out and counts accents.
-  ucol_setStrength(collator.get(), UCOL_SECONDARY);
+  ucol_setStrength(collator.get(), strength);
   ucol_setAttribute(collator.get(), UCOL_ALTERNATE_HANDLING, UCOL_NON_IGNORABLE, &status);
   // Chinese puts Han before Latin; the server has them behind.
   const int32_t plainOrder[] = {UCOL_REORDER_CODE_NONE};
@@ -33,11 +32,16 @@ UCollator* openCollator() {
   return collator.release();
 }
 
-// The collator, and what the quick way knows of it: the rank of each printable ASCII character, letters of both cases
-// alike. 0 is no printable ASCII character. ICU's collators may be used by several threads as long as nobody sets
-// anything; this one lives until the process ends.
+// The collators, and what the quick way knows of them: the rank of each printable ASCII character, letters of both
+// cases alike. 0 is no printable ASCII character. ICU's collators may be used by several threads as long as nobody sets
+// anything; these live until the process ends.
+//
+// Letters and Chinese characters are ordered by the Chinese rules, which however put vowels with tone marks in front of
+// the bare vowel. What only accents tell apart is therefore ordered by the rules of no language: the bare letter first.
+// Secondary strength counts accents and leaves case and width out.
 struct Order {
-  UCollator* collator = openCollator();
+  UCollator* letters = openCollator("zh@collation=pinyin", UCOL_PRIMARY);
+  UCollator* accents = openCollator("", UCOL_SECONDARY);
   std::array<std::uint8_t, 256> rank{};
 
   Order() {
@@ -53,6 +57,11 @@ struct Order {
   }
 
   int compare(std::string_view a, std::string_view b) const {
+    const int byLetters = compareBy(letters, a, b);
+    return byLetters != 0 ? byLetters : compareBy(accents, a, b);
+  }
+
+  static int compareBy(const UCollator* collator, std::string_view a, std::string_view b) {
     UErrorCode status = U_ZERO_ERROR;
     return ucol_strcollUTF8(collator, a.data(), static_cast<int32_t>(a.size()), b.data(),
                             static_cast<int32_t>(b.size()), &status);
@@ -130,23 +139,6 @@ int compareCharacters(char32_t a, char32_t b) {
   tsql::appendCodePoint(textA, a);
   tsql::appendCodePoint(textB, b);
   return known.compare(textA, textB);
-}
-
-std::string_view lowestForm(char letter) {
-  static const auto forms = [] {
-    std::array<std::string, 26> lowest;
-    for (std::size_t i = 0; i < lowest.size(); ++i) {
-      const std::string bare(1, static_cast<char>('a' + i));
-      lowest[i] = bare;
-      for (char32_t mark = 0x300; mark < 0x370; ++mark) {
-        std::string marked = bare;
-        tsql::appendCodePoint(marked, mark);
-        if (collate(marked, lowest[i]) < 0) lowest[i] = marked;
-      }
-    }
-    return lowest;
-  }();
-  return forms.at(static_cast<std::size_t>((letter | 0x20) - 'a'));
 }
 
 namespace {

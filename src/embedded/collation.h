@@ -12,10 +12,6 @@ int collate(std::string_view a, std::string_view b);
 // The order of two characters.
 int compareCharacters(char32_t a, char32_t b);
 
-// An ASCII letter with the combining mark that makes it sort lowest, or the letter alone when no mark does: the
-// collation puts vowels with tone marks in front of the bare vowel.
-std::string_view lowestForm(char letter);
-
 // One character for all that differ in case, width or kind of kana: 'A', 'a', 'Ａ' become 'a'. Two characters with the
 // same folded form are equal to compareText.
 char32_t foldCharacter(char32_t c);

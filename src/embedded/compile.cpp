@@ -90,6 +90,7 @@ private:
         return;
       }
       case StatementKind::createTable:
+        for (const auto& column : static_cast<const CreateTable&>(s).columns) columnType(column);
         changed_.push_back(static_cast<const CreateTable&>(s).name.last());
         return;
       case StatementKind::dropTable:
@@ -199,6 +200,17 @@ private:
       const tsql::SqlType type = Session::Impl::declaredType(v.type, v.pos);
       r_.batch->declarations.emplace_back(v.name, type);
       (*r_.frame)[v.name] = {type, {}};
+    }
+  }
+
+  // Sizes that no type can have are mistakes of the text; a type that is missing is seen when the table is made.
+  static void columnType(const tsql::ast::ColumnDefinition& column) {
+    if (column.computed) return;
+    try {
+      Session::Impl::columnType(column, 1);
+    } catch (const SqlError& e) {
+      constexpr int mistake = 15;
+      if (e.severity == mistake) throw;
     }
   }
 

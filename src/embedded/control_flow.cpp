@@ -4,73 +4,12 @@
 #include <utility>
 
 #include "embedded/session_impl.h"
-#include "tsql/utf8.h"
 
 namespace embedded {
 
 using tsql::Datum;
 using tsql::SqlError;
 using tsql::TypeKind;
-
-namespace {
-
-const tsql::SqlType messageType = tsql::typeOf(TypeKind::nvarchar, 4000);
-
-std::string textOf(const Datum& v) {
-  const auto* text = std::get_if<std::string>(&v);
-  return text ? *text : std::string();
-}
-
-std::string digitsOf(std::uint64_t n, unsigned base, bool upper) {
-  std::string digits;
-  do {
-    digits.insert(digits.begin(), (upper ? "0123456789ABCDEF" : "0123456789abcdef")[n % base]);
-    n /= base;
-  } while (n);
-  return digits;
-}
-
-// One place of a message of raiserror, "%-5d", "%.3s": the value in the form that it asks for.
-std::string inserted(std::string_view place, const Datum& value, const tsql::SqlType& type) {
-  if (value.index() == 0) return "(null)";
-  const char kind = place.back();
-  place = place.substr(1, place.size() - 2);
-  const std::size_t flagsEnd = std::min(place.find_first_not_of("-+0 #"), place.size());
-  const std::string_view flags = place.substr(0, flagsEnd);
-  const auto has = [&](char flag) { return flags.find(flag) != std::string_view::npos; };
-  const std::size_t point = place.find('.');
-  const auto number = [](std::string_view digits) {
-    std::size_t n = 0;
-    for (const char c : digits)
-      if (c >= '0' && c <= '9' && n < 1000) n = n * 10 + static_cast<std::size_t>(c - '0');
-    return n;
-  };
-  const std::size_t width = number(place.substr(flagsEnd, std::min(point, place.size()) - flagsEnd));
-  std::string text;
-  if (kind == 's' ? !tsql::isText(type.kind) : !tsql::isExactInteger(type.kind))
-    throw SqlError(2786,
-                   "The data type of a substitution parameter does not match the expected type of the format "
-                   "specification.");
-  if (kind == 's') {
-    text = textOf(value);
-    if (point != std::string_view::npos) text.resize(tsql::bytesOf(text, number(place.substr(point + 1))));
-  } else {
-    const std::int64_t n = std::get<std::int64_t>(value);
-    const auto bits = static_cast<std::uint64_t>(n) & (type.kind == TypeKind::bigint ? UINT64_MAX : UINT32_MAX);
-    if (kind == 'd' || kind == 'i')
-      text = (n >= 0 && has('+') ? "+" : n >= 0 && has(' ') ? " " : "") + std::to_string(n);
-    else
-      text = digitsOf(bits, kind == 'u' ? 10 : kind == 'o' ? 8 : 16, kind == 'X');
-  }
-  const std::size_t length = tsql::countCodePoints(text);
-  if (length >= width) return text;
-  if (has('-')) return text + std::string(width - length, ' ');
-  if (!has('0') || kind == 's') return std::string(width - length, ' ') + text;
-  const std::size_t sign = text[0] == '-' || text[0] == '+' || text[0] == ' ' ? 1 : 0;
-  return text.insert(sign, width - length, '0');
-}
-
-}  // namespace
 
 Datum Session::Impl::evaluate(const tsql::ast::Expr& e, tsql::SqlType type, const tsql::ast::Statement& s, Running& r,
                               tsql::SqlType* resultType) {
@@ -160,54 +99,6 @@ void Session::Impl::loop(const tsql::ast::While& s, Running& r) {
   }
   rowCount = 0;
   lastError = 0;
-}
-
-void Session::Impl::raiserror(const tsql::ast::Raiserror& s, Running& r) {
-  const std::string format = textOf(evaluate(*s.message, messageType, s, r));
-  if (!s.severity) {  // raiserror 50001 'text'
-    const Datum number = evaluate(*s.state, tsql::typeOf(TypeKind::integer), s, r);
-    const auto* n = std::get_if<std::int64_t>(&number);
-    if (!n || *n < 13000) throw SqlError(2732, "Error number is invalid. The number must be from 13000.", s.pos);
-    raised(SqlError(static_cast<int>(*n), format, s.pos), r);
-    return;
-  }
-  const Datum level = evaluate(*s.severity, tsql::typeOf(TypeKind::integer), s, r);
-  evaluate(*s.state, tsql::typeOf(TypeKind::integer), s, r);
-  const int severity = level.index() == 1 ? static_cast<int>(std::get<std::int64_t>(level)) : 0;
-  if (severity > 18)
-    throw SqlError(2754,
-                   "Error severity levels greater than 18 can only be specified by members of the sysadmin role, using "
-                   "the WITH LOG option.",
-                   s.pos);
-  std::string text;
-  std::size_t argument = 0;
-  for (std::size_t i = 0; i < format.size(); ++i) {
-    if (format[i] != '%') {
-      text += format[i];
-      continue;
-    }
-    const std::size_t end = format.find_first_not_of("+-0 #123456789.", i + 1);
-    if (end == std::string::npos || std::string_view("diouxXs%").find(format[end]) == std::string_view::npos)
-      throw SqlError(2787, "Invalid format specification: '" + format.substr(i) + "'.", s.pos);
-    const std::string place = format.substr(i, end - i + 1);
-    i = end;
-    if (place.back() == '%') {
-      text += '%';
-    } else if (argument < s.arguments.size()) {
-      tsql::SqlType type;
-      const Datum value = evaluate(*s.arguments[argument++], {}, s, r, &type);
-      text += inserted(place, value, type);
-    } else {
-      text += "(null)";
-    }
-  }
-  if (severity > 10) {
-    raised(SqlError(50000, text, s.pos, severity), r);
-  } else {
-    lastError = 0;
-    rowCount = 0;
-    r.sink->message(text);
-  }
 }
 
 // A failure that the batch itself reports: it ends nothing.

@@ -1,6 +1,7 @@
 // Definitions: tables, columns, keys.
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 #include "embedded/session_impl.h"
@@ -16,18 +17,20 @@ using tsql::TypeKind;
 
 namespace {
 
+// Storage names of # tables that a procedure made begin so; its nesting level follows.
+constexpr std::string_view scopeMark = "_ts_scope";
+
+// The nesting level of the procedure that made a # table; 0 for one of the batch itself.
+int scopeOf(const std::string& storageName) {
+  return storageName.starts_with(scopeMark) ? std::atoi(storageName.c_str() + scopeMark.size()) : 0;
+}
+
 const char* storageClass(const tsql::SqlType& t) {
   if (tsql::isText(t.kind)) return "TEXT COLLATE TQ";
   if (tsql::isApproximate(t.kind)) return "REAL";
   if (tsql::isBinary(t.kind)) return "BLOB";
   if (t.kind == TypeKind::uniqueidentifier) return "TEXT";
   return "INTEGER";
-}
-
-[[noreturn]] void noSuchTable(const tsql::ast::Name& n, int number = 4902) {
-  throw SqlError(
-      number, "Cannot find the object \"" + n.last() + "\" because it does not exist or you do not have permissions.",
-      n.pos);
 }
 
 // An identity column is a whole number that takes no Null.
@@ -75,12 +78,60 @@ std::string keyColumns(const TableDef& t, const KeyDef& k, bool nullAsValue) {
   return s;
 }
 
+[[noreturn]] void nameTaken(const std::string& name, tsql::SourcePos pos) {
+  throw SqlError(2714, "There is already an object named '" + name + "' in the database.", pos);
+}
+
+// column: its position in the table, negative when it is none of it.
+void addPart(KeyDef& k, int column, const tsql::ast::KeyColumn& c) {
+  if (column < 0)
+    throw SqlError(1911, "Column name '" + c.name + "' does not exist in the target table or view.", c.pos);
+  if (std::any_of(k.parts.begin(), k.parts.end(), [&](const auto& p) { return p.column == column; }))
+    throw SqlError(
+        1909, "Cannot use duplicate column names in index. Column name '" + c.name + "' listed more than once.", c.pos);
+  k.parts.push_back({column, c.descending});
+}
+
 bool mayBeNull(const TableDef& t, const KeyDef& k) {
   return std::any_of(k.parts.begin(), k.parts.end(),
                      [&](const auto& p) { return t.columns[static_cast<std::size_t>(p.column)].nullable; });
 }
 
 }  // namespace
+
+void Session::Impl::noSuchTable(const tsql::ast::Name& n, int number) {
+  throw SqlError(
+      number, "Cannot find the object \"" + n.last() + "\" because it does not exist or you do not have permissions.",
+      n.pos);
+}
+
+tsql::SqlType Session::Impl::columnType(const tsql::ast::ColumnDefinition& d, std::size_t position) {
+  constexpr int mostDigits = 38;
+  std::optional<tsql::SqlType> type;
+  try {
+    type = tsql::typeByName(d.type.name, d.type.first, d.type.second, d.type.max, 1);
+  } catch (const SqlError& e) {
+    const int size = d.type.first.value_or(0);
+    if (e.number == 131 && size > 8000)
+      throw SqlError(131,
+                     "The size (" + std::to_string(size) + ") given to the column '" + d.name +
+                         "' exceeds the maximum allowed for any data type (8000).",
+                     d.type.pos, 15);
+    if (e.number == 1001 && size > mostDigits &&
+        tsql::typeByName(d.type.name, {}, {}, false, 1)->kind == TypeKind::decimal)
+      throw SqlError(2750,
+                     "Column or parameter #" + std::to_string(position) + ": Specified column precision " +
+                         std::to_string(size) + " is greater than the maximum precision of 38.",
+                     d.type.pos);
+    throw SqlError(e.number, e.what(), d.type.pos, e.severity);
+  }
+  if (!type)
+    throw SqlError(
+        2715,
+        "Column, parameter, or variable #" + std::to_string(position) + ": Cannot find data type " + d.type.name + ".",
+        d.type.pos);
+  return *type;
+}
 
 ColumnDef Session::Impl::columnOf(const tsql::ast::ColumnDefinition& d, const std::string& tableName,
                                   std::size_t position) {
@@ -90,13 +141,7 @@ ColumnDef Session::Impl::columnOf(const tsql::ast::ColumnDefinition& d, const st
     c.computedText = d.computedText;
     return c;
   }
-  const auto type = tsql::typeByName(d.type.name, d.type.first, d.type.second, d.type.max, 1);
-  if (!type)
-    throw SqlError(
-        2715,
-        "Column, parameter, or variable #" + std::to_string(position) + ": Cannot find data type " + d.type.name + ".",
-        d.type.pos);
-  c.type = *type;
+  c.type = columnType(d, position);
   if (d.identity) checkIdentity(d, c.type, tableName);
   c.identity = d.identity;
   c.rowGuid = d.rowGuid;
@@ -106,12 +151,28 @@ ColumnDef Session::Impl::columnOf(const tsql::ast::ColumnDefinition& d, const st
   if (c.identity) c.nullable = false;
   c.defaultText = d.defaultText;
   c.defaultName = d.defaultName;
-  if (!c.defaultText.empty()) {
-    const auto tokens = tsql::lex(c.defaultText);
-    c.defaultInTable = isConstant(*tsql::parseExpression(tokens));
-    scalar(*tsql::parseExpression(tokens), tokens, c.type, nullptr);  // a default that cannot be stored fails here
-  }
+  if (!c.defaultText.empty()) c.defaultInTable = isConstantDefault(c.defaultText, c.type, d.pos);
   return c;
+}
+
+// Whether a column's default is the same for every row. One that cannot be stored, or is no value of its own, fails.
+bool Session::Impl::isConstantDefault(const std::string& text, const tsql::SqlType& type, tsql::SourcePos pos) {
+  const auto tokens = tsql::lex(text);
+  const auto tree = tsql::parseExpression(tokens);
+  try {
+    scalar(*tree, tokens, type, nullptr);
+  } catch (const SqlError& e) {
+    constexpr int noSuchColumn = 207, notBound = 4104;
+    if (e.number != noSuchColumn && e.number != notBound) throw SqlError(e.number, e.what(), pos, e.severity);
+    const auto word = std::find_if(tokens.tokens.begin(), tokens.tokens.end() - 1,
+                                   [&](const tsql::Token& x) { return x.pos.offset == e.pos.offset; });
+    throw SqlError(128,
+                   "The name \"" + word->text +
+                       "\" is not permitted in this context. Valid expressions are constants, constant expressions, "
+                       "and (in some contexts) variables. Column names are not permitted.",
+                   pos, 15);
+  }
+  return isConstant(*tree);
 }
 
 std::string Session::Impl::columnSql(const ColumnDef& c, const TableDef& t) {
@@ -132,11 +193,23 @@ std::string Session::Impl::columnSql(const ColumnDef& c, const TableDef& t) {
   return s;
 }
 
-void Session::Impl::makeTable(TableDef t, const ObjectPlace& p) {
+// A procedure's # table stands beside its caller's, and hides it.
+std::string Session::Impl::storageNameOf(const ObjectPlace& p) const {
+  return p.temporary && nesting > 0 ? std::string(scopeMark) + std::to_string(nesting) + ":" + p.object : p.object;
+}
+
+bool Session::Impl::isTaken(const ObjectPlace& p) {
+  const DatabaseCatalog* catalog = p.temporary ? temporary.get() : catalogOf(p.database);
+  const auto it = catalog->tables.find(p.object);
+  if (it != catalog->tables.end()) return !p.temporary || scopeOf(it->second->storageName) == nesting;
+  return catalog->procedures.contains(p.object);
+}
+
+void Session::Impl::makeTable(TableDef t, const ObjectPlace& p, const std::function<void()>& fill) {
   t.database = p.database;
   t.schemaName = p.schemaName;
-  t.storageName = t.name;
-  t.storage = quoteName(p.schemaName) + "." + quoteName(t.name);
+  if (t.storageName.empty()) t.storageName = storageNameOf(p);
+  t.storage = quoteName(p.schemaName) + "." + quoteName(t.storageName);
   t.temporary = p.temporary;
   for (auto& c : t.columns) {
     if (c.computedText.empty()) continue;
@@ -159,14 +232,15 @@ void Session::Impl::makeTable(TableDef t, const ObjectPlace& p) {
            tsql::emitDefinition(*bound.select->items[0].expr, bound.slots) + ")";
   }
   run(db.get(), sql + ")");
+  auto keys = std::exchange(t.keys, {});
   t.id = storeTable(db.get(), p.schemaName, t);
   reloadCatalog(p.schemaName);
-  for (auto& k : t.keys) makeKey(t, k);
-  if (!t.keys.empty()) {
-    run(db.get(), "DELETE FROM " + quoteName(p.schemaName) + "._ts_keys WHERE table_id=" + std::to_string(t.id));
-    for (const auto& k : t.keys) storeKey(db.get(), p.schemaName, t.id, k);
-    reloadCatalog(p.schemaName);
+  if (fill) fill();
+  for (auto& k : keys) {
+    makeKey(t, k);
+    storeKey(db.get(), p.schemaName, t.id, k);
   }
+  if (!keys.empty()) reloadCatalog(p.schemaName);
 }
 
 void Session::Impl::makeKey(const TableDef& t, KeyDef& k) {
@@ -174,7 +248,7 @@ void Session::Impl::makeKey(const TableDef& t, KeyDef& k) {
     k.storageName.clear();  // the row number is the key
     return;
   }
-  k.storageName = t.name + ":" + k.name;
+  k.storageName = t.storageName + ":" + k.name;
   const bool nullAsValue = k.unique && mayBeNull(t, k);
   try {
     run(db.get(), std::string("CREATE ") + (k.unique ? "UNIQUE " : "") + "INDEX " + quoteName(t.schemaName) + "." +
@@ -185,13 +259,53 @@ void Session::Impl::makeKey(const TableDef& t, KeyDef& k) {
                         quoteName(t.storageName) + "(" + keyColumns(t, k, false) + ")");
   } catch (const SqliteFailure& f) {
     if (f.primary() != SQLITE_CONSTRAINT) throw;
-    throw SqlError(1505, "CREATE UNIQUE INDEX terminated because a duplicate key was found for the object name 'dbo." +
-                             t.name + "' and the index name '" + k.name + "'.");
+    throw SqlError(
+        1505,
+        "The CREATE UNIQUE INDEX statement terminated because a duplicate key was found for the object name 'dbo." +
+            t.name + "' and the index name '" + k.name + "'. The duplicate key value is (" + duplicateOf(t, k) + ").");
   }
+}
+
+// The first values that several rows have in the key's columns.
+std::string Session::Impl::duplicateOf(const TableDef& t, const KeyDef& k) {
+  std::string columns;
+  for (const auto& p : k.parts)
+    columns += (columns.empty() ? "" : ",") + quoteName(t.columns[static_cast<std::size_t>(p.column)].name);
+  PreparedStatement s(db.get(), "SELECT " + columns + " FROM " + t.storage + " GROUP BY " + columns +
+                                    " HAVING count(*)>1 ORDER BY " + columns + " LIMIT 1");
+  std::string values;
+  if (!s.step()) return values;
+  for (std::size_t i = 0; i < k.parts.size(); ++i) {
+    const auto& type = t.columns[static_cast<std::size_t>(k.parts[i].column)].type;
+    const auto text = tsql::convert(s.column(static_cast<int>(i)), type, tsql::typeOf(TypeKind::nvarchar, 4000));
+    values += (i ? ", " : "") + (text.index() == 3 ? std::get<std::string>(text) : std::string("<NULL>"));
+  }
+  return values;
+}
+
+// A constraint's name is taken when a table of the database has one of it; a # table's are its own affair.
+void Session::Impl::requireFreeName(const TableDef& t, const std::string& name, tsql::SourcePos pos) {
+  if (name.empty()) return;
+  const auto has = [&](const TableDef& x) {
+    return std::any_of(x.keys.begin(), x.keys.end(),
+                       [&](const KeyDef& k) { return k.constraint && tsql::sameName(k.name, name); }) ||
+           std::any_of(x.checks.begin(), x.checks.end(), [&](const auto& k) { return tsql::sameName(k.name, name); }) ||
+           std::any_of(x.columns.begin(), x.columns.end(),
+                       [&](const ColumnDef& k) { return tsql::sameName(k.defaultName, name); });
+  };
+  if (has(t)) nameTaken(name, pos);
+  const DatabaseCatalog* catalog = t.name.starts_with("#") ? nullptr : catalogOf(t.database);
+  if (catalog && std::any_of(catalog->tables.begin(), catalog->tables.end(),
+                             [&](const auto& entry) { return has(*entry.second); }))
+    nameTaken(name, pos);
 }
 
 void Session::Impl::addConstraint(TableDef& t, const tsql::ast::TableConstraint& c, std::vector<KeyDef>& keys,
                                   std::vector<tsql::CheckDef>& checks) {
+  const auto named = [&](const auto& x) { return !c.name.empty() && tsql::sameName(x.name, c.name); };
+  if (std::any_of(keys.begin(), keys.end(), named) || std::any_of(checks.begin(), checks.end(), named))
+    nameTaken(c.name, c.pos);
+  requireFreeName(t, c.name, c.pos);
   using Kind = tsql::ast::TableConstraint::Kind;
   const std::string number = std::to_string(t.keys.size() + keys.size() + t.checks.size() + checks.size() + 1);
   switch (c.kind) {
@@ -203,9 +317,7 @@ void Session::Impl::addConstraint(TableDef& t, const tsql::ast::TableConstraint&
       k.name = !c.name.empty() ? c.name : (k.primary ? "PK__" : "UQ__") + t.name + "__" + number;
       for (const auto& part : c.columns) {
         const int n = t.find(part.name);
-        if (n < 0)
-          throw SqlError(1911, "Column name '" + part.name + "' does not exist in the target table or view.", part.pos);
-        k.parts.push_back({n, part.descending});
+        addPart(k, n, part);
       }
       keys.push_back(std::move(k));
       break;
@@ -221,6 +333,7 @@ void Session::Impl::addConstraint(TableDef& t, const tsql::ast::TableConstraint&
                            "' is invalid for creating a default constraint.",
                        c.pos);
       auto& column = t.columns[static_cast<std::size_t>(n)];
+      isConstantDefault(c.text, column.type, c.pos);
       column.defaultText = c.text;
       column.defaultName = c.name;
       column.defaultInTable = false;
@@ -236,9 +349,7 @@ void Session::Impl::createTable(const tsql::ast::CreateTable& s) {
   const ObjectPlace p = place(s.name);
   if (!p.known) noSuchPlace(s.name);
   if (p.temporary) needTemporary();
-  const DatabaseCatalog* catalog = p.temporary ? temporary.get() : catalogOf(p.database);
-  if (catalog->tables.contains(p.object) || catalog->procedures.contains(p.object))
-    throw SqlError(2714, "There is already an object named '" + p.object + "' in the database.", s.name.pos);
+  if (isTaken(p)) nameTaken(p.object, s.name.pos);
   TableDef t;
   t.name = p.object;
   t.database = p.database;
@@ -250,6 +361,7 @@ void Session::Impl::createTable(const tsql::ast::CreateTable& s) {
                      "Column names in each table must be unique. Column name '" + d.name + "' in table '" + t.name +
                          "' is specified more than once.",
                      d.pos);
+    requireFreeName(t, d.defaultName, d.pos);
     t.columns.push_back(columnOf(d, t.name, t.columns.size() + 1));
     if (t.columns.back().identity && ++identities > 1)
       throw SqlError(2744,
@@ -278,187 +390,6 @@ void Session::Impl::createTable(const tsql::ast::CreateTable& s) {
   rowCount = 0;
 }
 
-void Session::Impl::alterTable(const tsql::ast::AlterTable& s) {
-  using Action = tsql::ast::AlterTable::Action;
-  refreshCatalogs();
-  const auto keep = currentCatalogs();
-  drainStreams();
-  const TableDef* old = table(s.name);
-  if (!old) noSuchTable(s.name);
-  const ObjectPlace p = place(s.name);
-  TableDef t = *old;
-  // What the rows of the old table give for each column of the new one.
-  std::vector<std::string> from;
-  for (const auto& c : t.columns) from.push_back(quoteName(c.name));
-  std::vector<KeyDef> keys;
-  std::vector<tsql::CheckDef> checks;
-  bool empty = false;
-  check([&] {
-    PreparedStatement any(db.get(), "SELECT 1 FROM " + old->storage + " LIMIT 1");
-    empty = !any.step();
-  });
-
-  switch (s.action) {
-    case Action::add:
-      for (const auto& d : s.columns) {
-        if (t.find(d.name) >= 0)
-          throw SqlError(2705,
-                         "Column names in each table must be unique. Column name '" + d.name + "' in table '" + t.name +
-                             "' is specified more than once.",
-                         d.pos);
-        ColumnDef c = columnOf(d, t.name, t.columns.size() - old->columns.size() + 1);
-        if (!c.nullable && c.defaultText.empty() && !c.identity && c.computedText.empty() && !empty)
-          throw SqlError(
-              4901,
-              "ALTER TABLE only allows columns to be added that can contain nulls, or have a DEFAULT definition "
-              "specified, or the column being added is an identity or timestamp column. Column '" +
-                  c.name + "' cannot be added to non-empty table '" + t.name +
-                  "' because it does not satisfy these conditions.",
-              d.pos);
-        std::string value = "NULL";
-        if (!c.defaultText.empty()) {
-          const auto tokens = tsql::lex(c.defaultText);
-          value = tsql::sqliteLiteral(scalar(*tsql::parseExpression(tokens), tokens, c.type, nullptr));
-        }
-        if (c.identity && old->identityColumn() >= 0)
-          throw SqlError(2744,
-                         "Multiple identity columns specified for table '" + t.name +
-                             "'. Only one identity column per table is allowed.",
-                         d.pos);
-        if (c.identity)  // the rows that are there are numbered
-          value = std::to_string(c.identity->seed) + "+" + std::to_string(c.identity->increment) +
-                  "*(row_number() OVER (ORDER BY " + old->rowNumber + ")-1)";
-        t.columns.push_back(std::move(c));
-        from.push_back(value);
-        for (const auto& k : d.constraints) addConstraint(t, k, keys, checks);
-      }
-      for (const auto& c : s.constraints) {
-        const bool primary = c.kind == tsql::ast::TableConstraint::Kind::primaryKey;
-        if (primary && std::any_of(t.keys.begin(), t.keys.end(), [](const KeyDef& k) { return k.primary; }))
-          throw SqlError(1779, "Table '" + t.name + "' already has a primary key defined on it.", c.pos);
-        if (primary)
-          for (const auto& part : c.columns)
-            if (const int n = t.find(part.name); n >= 0 && t.columns[static_cast<std::size_t>(n)].nullable)
-              throw SqlError(8111, "Cannot define PRIMARY KEY constraint on nullable column in table '" + t.name + "'.",
-                             c.pos);
-        addConstraint(t, c, keys, checks);
-      }
-      break;
-    case Action::dropColumns:
-      for (const auto& [name, pos] : s.names) {
-        const int n = t.find(name);
-        if (n < 0)
-          throw SqlError(
-              4924,
-              "ALTER TABLE DROP COLUMN failed because column '" + name + "' does not exist in table '" + t.name + "'.",
-              pos);
-        for (auto& k : t.keys)
-          for (auto& part : k.parts) {
-            if (part.column == n)
-              throw SqlError(5074, "The object '" + k.name + "' is dependent on column '" + name + "'.", pos);
-            if (part.column > n) --part.column;
-          }
-        t.columns.erase(t.columns.begin() + n);
-        from.erase(from.begin() + n);
-      }
-      break;
-    case Action::alterColumn: {
-      const auto& d = s.columns.at(0);
-      const int n = t.find(d.name);
-      if (n < 0)
-        throw SqlError(
-            4924,
-            "ALTER TABLE ALTER COLUMN failed because column '" + d.name + "' does not exist in table '" + t.name + "'.",
-            d.pos);
-      auto& c = t.columns[static_cast<std::size_t>(n)];
-      const ColumnDef changed = columnOf(d, t.name, 1);
-      from[static_cast<std::size_t>(n)] = "ts_store(" + quoteName(c.name) + "," + std::to_string(c.type.pack()) + "," +
-                                          std::to_string(changed.type.pack()) + ")";
-      c.type = changed.type;
-      c.nullable = changed.nullable;
-      break;
-    }
-    case Action::dropConstraints:
-      for (const auto& [name, pos] : s.names) {
-        const auto same = [&n = name](const auto& x) { return tsql::sameName(x.name, n); };
-        bool found = std::erase_if(t.keys, same) > 0;
-        found = std::erase_if(t.checks, same) > 0 || found;
-        for (auto& c : t.columns)
-          if (!c.defaultName.empty() && tsql::sameName(c.defaultName, name)) {
-            c.defaultText.clear();
-            c.defaultName.clear();
-            c.defaultInTable = false;
-            found = true;
-          }
-        if (!found) throw SqlError(3728, "'" + name + "' is not a constraint.", pos);
-      }
-      break;
-  }
-  for (auto& k : keys) t.keys.push_back(std::move(k));
-  for (auto& c : checks) t.checks.push_back(std::move(c));
-
-  const bool inPlace = s.action == Action::add && checks.empty() && s.constraints.empty() &&
-                       t.checks.size() == old->checks.size() && t.keys.size() == old->keys.size() &&
-                       std::all_of(t.columns.begin() + static_cast<std::ptrdiff_t>(old->columns.size()),
-                                   t.columns.end(), [](const ColumnDef& c) {
-                                     return !c.identity && c.computedText.empty() &&
-                                            (c.defaultText.empty() ? c.nullable : c.defaultInTable);
-                                   });
-  const std::int64_t oldId = old->id;
-  const std::string storage = old->storage, rowNumber = old->rowNumber;
-  const std::size_t oldColumns = old->columns.size();
-  check(
-      [&] {
-        atomically([&] {
-          if (inPlace) {
-            for (std::size_t i = oldColumns; i < t.columns.size(); ++i) {
-              run(db.get(), "ALTER TABLE " + storage + " ADD COLUMN " + columnSql(t.columns[i], t));
-              storeColumn(db.get(), p.schemaName, oldId, static_cast<int>(i), t.columns[i]);
-            }
-            reloadCatalog(p.schemaName);
-            return;
-          }
-          // The table anew under another name, its rows over, then under its own name.
-          const std::string aside = quoteName(p.schemaName) + ".\"_ts_old\"";
-          for (const auto& k : table(s.name)->keys) {
-            if (k.storageName.empty()) continue;
-            run(db.get(), "DROP INDEX " + quoteName(p.schemaName) + "." + quoteName(k.storageName));
-            run(db.get(),
-                "DROP INDEX IF EXISTS " + quoteName(p.schemaName) + "." + quoteName(k.storageName + ":plain"));
-          }
-          run(db.get(), "ALTER TABLE " + storage + " RENAME TO \"_ts_old\"");
-          PreparedStatement last(db.get(), "SELECT last FROM " + quoteName(p.schemaName) +
-                                               "._ts_identity WHERE table_id=" + std::to_string(oldId));
-          const bool numbered = last.step();
-          const std::int64_t number = numbered ? last.integer(0) : 0;
-          last = {};
-          dropObject(db.get(), p.schemaName, oldId);
-          for (auto& k : t.keys) k.storageName.clear();
-          makeTable(t, p);
-          std::string names, values;
-          for (std::size_t i = 0; i < t.columns.size(); ++i) {
-            if (!t.columns[i].computedText.empty()) continue;
-            names += (names.empty() ? "" : ",") + quoteName(t.columns[i].name);
-            values += (values.empty() ? "" : ",") + from[i];
-          }
-          const TableDef* made = table(s.name);
-          if (made->identityColumn() < 0) {
-            names = made->rowNumber + "," + names;
-            values = rowNumber + "," + values;
-          }
-          run(db.get(), "INSERT INTO " + made->storage + "(" + names + ") SELECT " + values + " FROM " + aside +
-                            " ORDER BY " + rowNumber);
-          run(db.get(), "DROP TABLE " + aside);
-          if (numbered)
-            identityGiven(*made, number);
-          else if (made->identityColumn() >= 0)
-            numbersGiven(*made);
-        });
-      },
-      &t);
-  rowCount = 0;
-}
-
 void Session::Impl::dropTable(const tsql::ast::DropTable& s) {
   refreshCatalogs();
   drainStreams();  // SQLite drops no table beside an open read
@@ -468,18 +399,34 @@ void Session::Impl::dropTable(const tsql::ast::DropTable& s) {
       throw SqlError(
           3701, "Cannot drop the table '" + n.last() + "', because it does not exist or you do not have permission.",
           n.pos, 11);
-    const std::string schema = t->schemaName, storage = t->storage;
-    const std::int64_t id = t->id;
-    restartIdentity(*t);
-    check([&] {
-      atomically([&] {
-        dropObject(db.get(), schema, id);
-        run(db.get(), "DROP TABLE " + storage);
-      });
-    });
-    reloadCatalog(schema);
+    dropFound(*t);
   }
   rowCount = 0;
+}
+
+void Session::Impl::dropFound(const TableDef& t) {
+  const std::string schema = t.schemaName, storage = t.storage;
+  const std::int64_t id = t.id;
+  restartIdentity(t);
+  check([&] {
+    atomically([&] {
+      dropObject(db.get(), schema, id);
+      run(db.get(), "DROP TABLE " + storage);
+    });
+  });
+  reloadCatalog(schema);
+}
+
+void Session::Impl::dropTablesOfEnded() {
+  const auto ended = [&]() -> const TableDef* {
+    if (temporary)
+      for (const auto& [name, t] : temporary->tables)
+        if (scopeOf(t->storageName) > nesting) return t.get();
+    return nullptr;
+  };
+  if (!ended()) return;
+  drainStreams();
+  while (const TableDef* t = ended()) dropFound(*t);
 }
 
 void Session::Impl::truncate(const tsql::ast::Truncate& s, Running& r) {
@@ -516,8 +463,7 @@ void Session::Impl::createIndex(const tsql::ast::CreateIndex& s) {
   k.unique = s.unique;
   for (const auto& c : s.columns) {
     const int n = t->find(c.name);
-    if (n < 0) throw SqlError(1911, "Column name '" + c.name + "' does not exist in the target table or view.", c.pos);
-    k.parts.push_back({n, c.descending});
+    addPart(k, n, c);
   }
   const std::string schema = t->schemaName;
   check([&] {
@@ -534,14 +480,15 @@ void Session::Impl::dropIndex(const tsql::ast::DropIndex& s) {
   for (auto n : s.names) {
     const std::string index = n.last();
     n.parts.pop_back();
-    const TableDef* t = n.parts.empty() ? nullptr : table(n);
+    const TableDef* t = table(n);
     const KeyDef* k = nullptr;
     if (t)
       for (const auto& x : t->keys)
         if (!x.constraint && tsql::sameName(x.name, index)) k = &x;
     if (!k)
       throw SqlError(3701,
-                     "Cannot drop the index '" + index + "', because it does not exist or you do not have permission.",
+                     "Cannot drop the index '" + n.last() + "." + index +
+                         "', because it does not exist or you do not have permission.",
                      n.pos, 11);
     const std::string schema = t->schemaName;
     check([&] {

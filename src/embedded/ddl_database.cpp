@@ -6,7 +6,6 @@
 
 namespace embedded {
 
-using tsql::quoteName;
 using tsql::SqlError;
 
 namespace {
@@ -52,17 +51,8 @@ void Session::Impl::dropDatabase(const tsql::ast::DropDatabase& s) {
     throw SqlError(3702, "Cannot drop database \"" + *name + "\" because it is currently in use.", s.pos);
   if (tranCount > 0)
     throw SqlError(226, "DROP DATABASE statement not allowed within multi-statement transaction.", s.pos);
-  if (const auto it = attached.find(*name); it != attached.end()) {
-    forgetPlans();
-    check([&] { embedded::run(db.get(), "DETACH " + quoteName(it->second.schemaName)); });
-    attached.erase(it);
-    ++catalogEpoch;
-  }
-  {
-    const std::lock_guard lock(server->impl().mutex);
-    std::erase_if(server->impl().identity,
-                  [&](const auto& x) { return x.first.rfind(lowerName(*name) + ".", 0) == 0; });
-  }
+  idleReader.reset();
+  if (attached.contains(*name)) detach(*name);
   const auto file = pathOf(server->impl().fileOf(*name));
   std::error_code ignored;
   for (const char* end : {"-wal", "-shm", ""}) {
@@ -70,6 +60,9 @@ void Session::Impl::dropDatabase(const tsql::ast::DropDatabase& s) {
     f += end;
     std::filesystem::remove(f, ignored);
   }
+  const std::lock_guard lock(server->impl().mutex);
+  std::erase_if(server->impl().identity, [&](const auto& x) { return x.first.rfind(lowerName(*name) + ".", 0) == 0; });
+  server->impl().dropped[lowerName(*name)] = ++server->impl().drops;
 }
 
 }  // namespace embedded

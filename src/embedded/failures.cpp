@@ -76,8 +76,8 @@ std::string checkedColumn(const TableDef& t, const std::string& check) {
   return columns.size() == 1 ? t.columns[static_cast<std::size_t>(*columns.begin())].name : std::string();
 }
 
-SqlError violatedCheck(const TableDef* t, const std::string& check, const std::string& verb) {
-  std::string text = "The " + verb + " statement conflicted with the CHECK constraint \"" + check + "\".";
+SqlError violatedCheck(const TableDef* t, const std::string& check, std::string_view verb) {
+  std::string text = "The " + std::string(verb) + " statement conflicted with the CHECK constraint \"" + check + "\".";
   if (t) {
     text += " The conflict occurred in database \"" + t->database + "\", table \"" + object(t) + "\"";
     const std::string column = checkedColumn(*t, check);
@@ -101,9 +101,10 @@ SqlError Session::Impl::translate(const SqliteFailure& f, const TableDef* table)
       return duplicate(table, f.message);
     case SQLITE_CONSTRAINT_NOTNULL: {
       const std::string column = afterLast(f.message, ".");
+      const std::string verb(changingBy == "ALTER TABLE" ? "UPDATE" : changingBy);  // the server writes the rows anew
       return SqlError(515, "Cannot insert the value NULL into column '" + column + "', table '" +
                                (table ? table->database + ".dbo." + table->name : std::string("?")) +
-                               "'; column does not allow nulls. " + changingBy + " fails.");
+                               "'; column does not allow nulls. " + verb + " fails.");
     }
     case SQLITE_CONSTRAINT_CHECK:
       return violatedCheck(table, afterLast(f.message, ": "), changingBy);

@@ -160,14 +160,7 @@ std::int64_t LikePattern::find(std::string_view text) const {
 }
 
 std::string LikePattern::lowerBound() const {
-  std::string bound = prefix_;
-  if (prefixIsAll_ || bound.empty()) return bound;
-  const char last = bound.back();
-  const bool letter = (last >= 'a' && last <= 'z') || (last >= 'A' && last <= 'Z');
-  if (!letter) return bound;
-  // What follows the prefix may be a combining mark, and some of them sort before the bare letter.
-  bound.pop_back();
-  return bound.append(lowestForm(last));
+  return prefix_;
 }
 
 std::string LikePattern::upperBound() const {

@@ -104,7 +104,7 @@ void Session::Impl::executeProcedure(const tsql::ast::Execute& s, Running& r) {
 
   Frame own;
   std::vector<std::pair<std::string, std::string>> results;  // variable of the caller, output parameter
-  std::vector<bool> given(text.parameters.size(), false);
+  std::vector<bool> supplied(text.parameters.size(), false);
   bool named = false;
   for (std::size_t i = 0; i < s.arguments.size(); ++i) {
     const auto& a = s.arguments[i];
@@ -131,6 +131,8 @@ void Session::Impl::executeProcedure(const tsql::ast::Execute& s, Running& r) {
                          : "Procedure or function " + def->name + " has too many arguments specified.",
                      s.pos);
     const auto& parameter = text.parameters[n];
+    if (supplied[n]) throw SqlError(8143, "Parameter '" + parameter.name + "' was supplied multiple times.", s.pos);
+    supplied[n] = true;
     const auto type = parameterType(parameter);
     if (!a.value) continue;  // the word default
     if (a.output && !parameter.output)
@@ -147,10 +149,9 @@ void Session::Impl::executeProcedure(const tsql::ast::Execute& s, Running& r) {
     else
       v = argument(*a.value, type, s, r);
     own[parameter.name] = {type, std::move(v)};
-    given[n] = true;
   }
   for (std::size_t n = 0; n < text.parameters.size(); ++n) {
-    if (given[n]) continue;
+    if (own.contains(text.parameters[n].name)) continue;
     const auto& parameter = text.parameters[n];
     if (!parameter.defaultValue)
       throw SqlError(201,
@@ -190,6 +191,10 @@ void Session::Impl::runProcedure(ProcedureText& procedure, const std::string& da
       i.current = database;
       i.scopeIdentity = identity;
       --i.nesting;
+      try {
+        i.dropTablesOfEnded();
+      } catch (...) {  // out of reach for the batch as well: the next procedure's end tries again
+      }
     }
   };
   ++nesting;

@@ -61,7 +61,10 @@ bool endsStatementOnly(int number) {
     case 8146:
     case 8144:
     case 201:
+    case 339:
     case 4901:
+    case 8143:
+    case 8145:
       return true;
     default:
       return false;
@@ -125,15 +128,20 @@ void Session::Impl::forgetPlans() {
   procedures.clear();
 }
 
+SqlError Session::Impl::noSuchDatabase(const std::string& name, tsql::SourcePos pos) {
+  return SqlError(911,
+                  "Could not locate entry in sysdatabases for database '" + name +
+                      "'. No entry found with that name. Make sure that the name is entered correctly.",
+                  pos);
+}
+
 const std::string& Session::database() const {
   return impl_->current;
 }
 
 void Session::use(const std::string& database) {
   const auto* a = impl_->attach(database);
-  if (!a)
-    throw SqlError(
-        911, "Could not locate entry in sysdatabases for database '" + database + "'. No entry found with that name.");
+  if (!a) throw Impl::noSuchDatabase(database, {});
   impl_->current = a->name;
   impl_->templates.clear();
 }
@@ -208,6 +216,7 @@ void Session::Impl::execute(const std::string& text, ResultSink& sink, const std
   Frame variables;
   const FrameInForce inForce(*this, &variables);
   try {
+    leaveDropped();
     if (const auto form = knownTemplate(text)) {
       const BatchTemplate::Use use(*form);
       Running r{&form->tokens(), &form->batch(), &sink, &parameters, &variables};
@@ -347,7 +356,7 @@ void Session::Impl::control(const tsql::ast::Statement& s, Running& r) {
     case StatementKind::createTable:
       return createTable(static_cast<const CreateTable&>(s));
     case StatementKind::alterTable:
-      return alterTable(static_cast<const AlterTable&>(s));
+      return alterTable(static_cast<const AlterTable&>(s), r);
     case StatementKind::dropTable:
       return dropTable(static_cast<const DropTable&>(s));
     case StatementKind::createIndex:
@@ -374,11 +383,7 @@ void Session::Impl::control(const tsql::ast::Statement& s, Running& r) {
       return dropDatabase(static_cast<const DropDatabase&>(s));
     case StatementKind::use: {
       const auto* a = attach(static_cast<const Use&>(s).name);
-      if (!a)
-        throw SqlError(911,
-                       "Could not locate entry in sysdatabases for database '" + static_cast<const Use&>(s).name +
-                           "'. No entry found with that name.",
-                       s.pos);
+      if (!a) throw noSuchDatabase(static_cast<const Use&>(s).name, s.pos);
       current = a->name;
       templates.clear();
       return;

@@ -23,6 +23,30 @@ std::string schemaNameOf(const std::string& database) {
   return l == "main" || l == "temp" ? "db_" + database : database;
 }
 
+constexpr std::string_view ownSystemTables[] = {"sysobjects", "syscolumns", "sysdatabases"};
+
+// The server's other system tables, which this one has not.
+constexpr std::string_view otherSystemTables[] = {
+    "sysaltfiles",     "syscacheobjects", "syscharsets",    "syscomments",   "sysconfigures", "sysconstraints",
+    "syscurconfigs",   "sysdepends",      "sysdevices",     "sysfilegroups", "sysfiles",      "sysforeignkeys",
+    "sysindexes",      "sysindexkeys",    "syslanguages",   "syslockinfo",   "syslogins",     "sysmembers",
+    "sysmessages",     "sysperfinfo",     "syspermissions", "sysprocesses",  "sysprotects",   "sysreferences",
+    "sysremotelogins", "sysservers",      "systypes",       "sysusers"};
+
+template <std::size_t n>
+bool isOneOf(const std::string_view (&names)[n], std::string_view name) {
+  return std::any_of(std::begin(names), std::end(names), [&](auto x) { return tsql::sameName(x, name); });
+}
+
+// A view or table of the server's catalog that is there on the real server.
+void refuseCatalogView(const tsql::ast::Name& name) {
+  const std::size_t n = name.parts.size();
+  const std::string owner = n >= 2 ? name.parts[n - 2] : "";
+  if (tsql::sameName(owner, "information_schema") || tsql::sameName(owner, "sys"))
+    throwUnsupported("the catalog view " + owner + "." + name.last(), name.pos);
+  if (isOneOf(otherSystemTables, name.last())) throwUnsupported("the system table " + name.last(), name.pos);
+}
+
 // "db.dbo.t", "[dbo].[t]", "db..t": the parts of an object's name in a text.
 std::vector<std::string> splitName(std::string_view s) {
   std::vector<std::string> parts(1);
@@ -100,6 +124,7 @@ Session::Impl::Attached* Session::Impl::attach(std::string_view database) {
   Attached a;
   a.name = *spelled;
   a.schemaName = schemaNameOf(*spelled);
+  a.since = server->impl().drops.load();
   check([&] {
     PreparedStatement s(db.get(), "ATTACH ? AS ?");
     const tsql::Datum path = server->impl().fileOf(*spelled), schema = a.schemaName;
@@ -128,10 +153,37 @@ void Session::Impl::detachIdle() {
   for (auto& [name, a] : attached)
     if (!tsql::sameName(name, current) && (!oldest || a.used < oldest->used)) oldest = &a;
   if (!oldest) return;
+  detach(std::string(oldest->name));
+}
+
+void Session::Impl::detach(const std::string& name) {
+  const auto it = attached.find(name);
   forgetPlans();
-  check([&] { run(db.get(), "DETACH " + quoteName(oldest->schemaName)); });
-  attached.erase(attached.find(oldest->name));
+  check([&] { run(db.get(), "DETACH " + quoteName(it->second.schemaName)); });
+  for (auto& ref : identityRefs)
+    if (ref.schemaName == it->second.schemaName) {  // nobody finds it any more, and nothing is stored there
+      ref.key.clear();
+      ref.pending = false;
+    }
+  attached.erase(it);
   ++catalogEpoch;
+}
+
+// Files of databases that another session has dropped since, whether or not there is a new one of the name.
+void Session::Impl::leaveDropped() {
+  if (dropsSeen == server->impl().drops.load() || begun) return;
+  std::vector<std::string> gone;
+  {
+    const std::lock_guard lock(server->impl().mutex);
+    dropsSeen = server->impl().drops.load();
+    for (const auto& [name, a] : attached) {
+      const auto it = server->impl().dropped.find(lowerName(name));
+      if (it != server->impl().dropped.end() && it->second > a.since) gone.push_back(name);
+    }
+  }
+  if (gone.empty()) return;
+  idleReader.reset();
+  for (const auto& name : gone) detach(name);
 }
 
 const DatabaseCatalog* Session::Impl::catalogOf(std::string_view database) {
@@ -181,6 +233,7 @@ std::vector<std::shared_ptr<const DatabaseCatalog>> Session::Impl::currentCatalo
 
 void Session::Impl::reloadCatalog(const std::string& schemaName) {
   if (begun) changedSchemas.insert(schemaName);
+  if (definedInside) definedInside->insert(schemaName);
   if (schemaName == temporarySchema) {
     check([&] {
       temporary = loadCatalog(db.get(), tempdb, temporarySchema, true);
@@ -195,6 +248,7 @@ void Session::Impl::reloadCatalog(const std::string& schemaName) {
 
 void Session::Impl::needTemporary() {
   if (temporary) return;
+  if (begun) changedSchemas.insert(temporarySchema);  // the store itself goes with a rollback
   check([&] {
     createCatalog(db.get(), temporarySchema);
     temporary = loadCatalog(db.get(), tempdb, temporarySchema, true);
@@ -217,7 +271,8 @@ Session::Impl::ObjectPlace Session::Impl::place(const tsql::ast::Name& name) {
     p.known = true;
     return p;
   }
-  if (!owner.empty() && !tsql::sameName(owner, "dbo") && !tsql::sameName(owner, "sys")) return p;
+  const bool ofSystem = tsql::sameName(owner, "sys") && isOneOf(ownSystemTables, p.object);
+  if (!owner.empty() && !tsql::sameName(owner, "dbo") && !ofSystem) return p;
   p.database = database.empty() ? current : database;
   if (p.database.empty()) return p;
   if (const Attached* a = attach(p.database)) {
@@ -278,11 +333,11 @@ const TableDef* Session::Impl::table(const tsql::ast::Name& name) {
     return &databases;
   }
   const ObjectPlace p = place(name);
-  if (!p.known) return nullptr;
-  const DatabaseCatalog* c = p.temporary ? temporary.get() : catalogOf(p.database);
-  if (!c) return nullptr;
-  const auto it = c->tables.find(p.object);
-  return it == c->tables.end() ? nullptr : it->second.get();
+  const DatabaseCatalog* c = !p.known ? nullptr : p.temporary ? temporary.get() : catalogOf(p.database);
+  if (c)
+    if (const auto it = c->tables.find(p.object); it != c->tables.end()) return it->second.get();
+  refuseCatalogView(name);
+  return nullptr;
 }
 
 std::optional<tsql::SqlType> Session::Impl::variable(std::string_view name) {

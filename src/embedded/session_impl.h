@@ -6,6 +6,7 @@
 // so that until then every read sees what others have committed.
 
 #include <array>
+#include <atomic>
 #include <deque>
 #include <functional>
 #include <map>
@@ -44,6 +45,10 @@ struct Server::Impl {
   // The last number given in each table with an identity column, by "db.tableid": numbers are not used twice, not even
   // after a failure or a rollback.
   std::map<std::string, std::shared_ptr<IdentityCounter>> identity;
+  // How many databases have been dropped, and which was last by its name (lower case): a session that still has the
+  // file of one leaves it. The map is guarded by the mutex.
+  std::atomic<std::uint64_t> drops{0};
+  std::map<std::string, std::uint64_t> dropped;
 
   std::string fileOf(const std::string& database) const;
   std::optional<std::string> find(std::string_view database) const;  // the name as spelled
@@ -131,6 +136,13 @@ struct IdentityRef {
 
 class Stream;
 
+// A connection that streams one selection outside the session's own.
+struct Reader {
+  FunctionContext context;
+  DatabaseHandle handle;
+  std::vector<std::shared_ptr<const DatabaseCatalog>> attached;  // as they were when they were attached
+};
+
 // What the first selection of a batch read, for a result set that can be written through.
 struct SelectCapture {
   std::shared_ptr<const RowShape> shape;           // null until there was a selection
@@ -157,6 +169,7 @@ struct Session::Impl : tsql::Catalog {
     std::shared_ptr<const DatabaseCatalog> catalog;
     std::int64_t schemaVersion = -1;
     std::uint64_t used = 0;
+    std::uint64_t since = 0;  // Server::Impl::drops when it was attached
   };
   std::map<std::string, Attached, LessNoCase> attached;
   std::shared_ptr<const DatabaseCatalog> temporary;  // the # tables; null until the first one
@@ -168,6 +181,9 @@ struct Session::Impl : tsql::Catalog {
   Attached* attach(std::string_view database);  // null when there is no such database
   void prepareAttached(const std::string& name, const std::string& schemaName);
   void detachIdle();
+  void detach(const std::string& name);
+  void leaveDropped();
+  std::uint64_t dropsSeen = 0;
   const DatabaseCatalog* catalogOf(std::string_view database);
   std::shared_ptr<const DatabaseCatalog> sharedCatalog(const tsql::TableDef& t);
   void refreshCatalogs();
@@ -184,6 +200,7 @@ struct Session::Impl : tsql::Catalog {
   };
   ObjectPlace place(const tsql::ast::Name& name);
   [[noreturn]] void noSuchPlace(const tsql::ast::Name& name);
+  static tsql::SqlError noSuchDatabase(const std::string& name, tsql::SourcePos pos);
   const tsql::TableDef* tableOfText(std::string_view name);  // "db..t" as object_id takes it; null when unknown
   const tsql::TableDef* tableOfId(std::int64_t id);          // of the current database
   std::optional<std::int64_t> objectId(std::string_view name, std::string_view type);
@@ -256,7 +273,7 @@ struct Session::Impl : tsql::Catalog {
   // A statement that changes rows is running: SQLite may not silently prepare it anew for tables that another session
   // has changed, for it was bound to the old ones.
   bool changing = false;
-  const char* changingBy = "INSERT";  // the word for messages
+  std::string_view changingBy = "INSERT";  // the word for messages
   std::int64_t updateKeys(Plan& p, std::vector<tsql::Datum>& values);
   void affected(std::int64_t n, Running& r);
   // The plan of one statement alone, for a caller that runs it again and again with other parameters.
@@ -278,19 +295,31 @@ struct Session::Impl : tsql::Catalog {
   void setIdentityInsert(const tsql::ast::SetOption& s);
   bool xactAbort = false;
 
-  // ---- definitions (ddl.cpp, ddl_database.cpp)
+  // ---- definitions (ddl.cpp, ddl_alter.cpp, ddl_database.cpp)
   void createTable(const tsql::ast::CreateTable& s);
-  void alterTable(const tsql::ast::AlterTable& s);
+  void alterTable(const tsql::ast::AlterTable& s, Running& r);
   void dropTable(const tsql::ast::DropTable& s);
+  void dropFound(const tsql::TableDef& t);
+  // # tables of procedures that have ended.
+  void dropTablesOfEnded();
+  bool isTaken(const ObjectPlace& p);
+  void requireFreeName(const tsql::TableDef& t, const std::string& name, tsql::SourcePos pos);
+  std::string storageNameOf(const ObjectPlace& p) const;
+  [[noreturn]] static void noSuchTable(const tsql::ast::Name& n, int number);
   void truncate(const tsql::ast::Truncate& s, Running& r);
   void createIndex(const tsql::ast::CreateIndex& s);
   void dropIndex(const tsql::ast::DropIndex& s);
   void createDatabase(const tsql::ast::CreateDatabase& s);
   void dropDatabase(const tsql::ast::DropDatabase& s);
-  void makeTable(tsql::TableDef table, const ObjectPlace& p);
+  // fill: puts rows in before the keys are made.
+  void makeTable(tsql::TableDef table, const ObjectPlace& p, const std::function<void()>& fill = {});
+  // The type that a column is declared with, refused in the words that messages have for columns.
+  static tsql::SqlType columnType(const tsql::ast::ColumnDefinition& d, std::size_t position);
   tsql::ColumnDef columnOf(const tsql::ast::ColumnDefinition& d, const std::string& tableName, std::size_t position);
+  bool isConstantDefault(const std::string& text, const tsql::SqlType& type, tsql::SourcePos pos);
   std::string columnSql(const tsql::ColumnDef& c, const tsql::TableDef& t);
   void makeKey(const tsql::TableDef& t, tsql::KeyDef& key);
+  std::string duplicateOf(const tsql::TableDef& t, const tsql::KeyDef& key);
   void addConstraint(tsql::TableDef& t, const tsql::ast::TableConstraint& c, std::vector<tsql::KeyDef>& keys,
                      std::vector<tsql::CheckDef>& checks);
 
@@ -314,10 +343,13 @@ struct Session::Impl : tsql::Catalog {
   void save(const std::string& name);
   std::string transactionName;  // of the outermost one
   std::vector<std::string> savepoints;
-  void definitionsUndone();
+  void definitionsUndone(const std::set<std::string>& schemas);
+  std::set<std::string>* definedInside = nullptr;  // schemas whose definitions the work of atomically has changed
   void beforeWrite();
   // Runs `work` so that it happens whole or not at all, inside the open transaction or in one of its own.
   void atomically(const std::function<void()>& work);
+  void inSavepoint(const std::function<void()>& work);
+  void inTransactionOfItsOwn(const std::function<void()>& work);
   std::int64_t nextIdentity(std::int64_t ref);
   void identityGiven(const tsql::TableDef& t, std::int64_t number);
   void numbersGiven(const tsql::TableDef& t);  // the table was filled: counting goes on behind its last number
@@ -332,6 +364,9 @@ struct Session::Impl : tsql::Catalog {
   std::string identityInsert;    // "db.table", lower case
   std::vector<Stream*> streams;  // open streams that read through this connection
   void drainStreams();
+  int spools = 0;  // for the names of their tables
+  // The reader of the last stream that was closed: opening one costs more than a small selection.
+  std::unique_ptr<Reader> idleReader;
 
   // ---- failures (failures.cpp)
   tsql::SqlError translate(const SqliteFailure& f, const tsql::TableDef* table);

@@ -23,6 +23,13 @@ void newIdentifier(Call& c) {
   c.result(text);
 }
 
+// An identity number that a statement gives itself.
+void number(Call& c) {
+  if (sqlite3_value_type(c.value(0)) == SQLITE_NULL)
+    throw tsql::SqlError(339, "DEFAULT or NULL are not allowed as explicit identity values.");
+  sqlite3_result_value(c.handle(), c.value(0));
+}
+
 void raise(Call& c) {
   throw tsql::SqlError(c.smallInteger(0), std::string(c.text(1)));
 }
@@ -59,6 +66,7 @@ void singleFinal(sqlite3_context* context) {
 void registerSpecialFunctions(sqlite3* db, FunctionContext& context) {
   // Raising is not called deterministic, so that SQLite never evaluates it ahead of the branch it stands in.
   static constexpr FunctionEntry entries[] = {{"ts_newid", 0, runAlways<newIdentifier>, false},
+                                              {"ts_number", 1, runAlways<number>, false},
                                               {"ts_raise", 2, runNullToNull<raise>, false}};
   registerAll(db, context, entries);
   static constexpr AggregateEntry aggregates[] = {{"ts_single", 1, runAlways<singleStep>, singleFinal}};

@@ -236,7 +236,7 @@ void Session::Impl::selectInto(const tsql::ast::SelectStatement& s, Running& r) 
   const ObjectPlace where = place(name);
   if (!where.known) noSuchPlace(name);
   if (where.temporary) needTemporary();
-  if (table(name))
+  if (isTaken(where))
     throw SqlError(2714, "There is already an object named '" + where.object + "' in the database.", name.pos);
   tsql::TableDef t;
   t.name = where.object;

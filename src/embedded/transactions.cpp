@@ -1,6 +1,7 @@
 // Transactions.
 
 #include <algorithm>
+#include <utility>
 
 #include "embedded/session_impl.h"
 #include "embedded/stream.h"
@@ -20,6 +21,7 @@ void Session::Impl::commit() {
   if (--tranCount > 0) return;
   if (!begun) return;
   try {
+    for (auto* s : std::vector(streams)) s->beforeWrite();
     check([&] {
       flushIdentities();
       run(db.get(), "COMMIT");
@@ -46,8 +48,8 @@ void Session::Impl::rollback() {
   check([&] {
     if (!sqlite3_get_autocommit(db.get())) run(db.get(), "ROLLBACK");
   });
-  definitionsUndone();
-  changedSchemas.clear();
+  definitionsUndone(std::exchange(changedSchemas, {}));
+  dropTablesOfEnded();
 }
 
 void Session::Impl::save(const std::string& name) {
@@ -69,15 +71,13 @@ void Session::Impl::rollback(const std::string& name) {
   drainStreams();
   forgetIdentities();
   check([&] { run(db.get(), "ROLLBACK TO " + quoteName("s:" + lowerName(name))); });
-  const auto changed = changedSchemas;
-  definitionsUndone();
-  changedSchemas = changed;
+  definitionsUndone(std::set(changedSchemas));
+  dropTablesOfEnded();
 }
 
-// Definitions made inside went with the rollback.
-void Session::Impl::definitionsUndone() {
-  const auto changed = changedSchemas;
-  for (const auto& schema : changed) {
+// Definitions made in the schemas went with a rollback: what is known of them is read anew.
+void Session::Impl::definitionsUndone(const std::set<std::string>& schemas) {
+  for (const auto& schema : schemas) {
     if (schema == "temp") {
       temporary.reset();
       ++catalogEpoch;
@@ -92,6 +92,8 @@ void Session::Impl::definitionsUndone() {
 }
 
 void Session::Impl::beforeWrite() {
+  if (!streams.empty())
+    for (auto* s : std::vector(streams)) s->beforeWrite();
   if (tranCount > 0 && !begun) {
     check([&] { run(db.get(), "BEGIN"); });
     begun = true;
@@ -100,18 +102,35 @@ void Session::Impl::beforeWrite() {
 
 void Session::Impl::atomically(const std::function<void()>& work) {
   beforeWrite();
-  if (begun) {
-    run(db.get(), "SAVEPOINT statement");
-    try {
-      work();
-    } catch (...) {
-      run(db.get(), "ROLLBACK TO statement");
-      run(db.get(), "RELEASE statement");
-      throw;
-    }
-    run(db.get(), "RELEASE statement");
-    return;
+  std::set<std::string> defined;
+  auto* const outer = std::exchange(definedInside, &defined);
+  try {
+    if (begun)
+      inSavepoint(work);
+    else
+      inTransactionOfItsOwn(work);
+  } catch (...) {
+    definedInside = outer;
+    definitionsUndone(defined);
+    throw;
   }
+  definedInside = outer;
+  if (outer) outer->merge(defined);
+}
+
+void Session::Impl::inSavepoint(const std::function<void()>& work) {
+  run(db.get(), "SAVEPOINT statement");
+  try {
+    work();
+  } catch (...) {
+    run(db.get(), "ROLLBACK TO statement");
+    run(db.get(), "RELEASE statement");
+    throw;
+  }
+  run(db.get(), "RELEASE statement");
+}
+
+void Session::Impl::inTransactionOfItsOwn(const std::function<void()>& work) {
   run(db.get(), "BEGIN");
   try {
     work();

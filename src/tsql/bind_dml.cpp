@@ -24,6 +24,33 @@ bool isDefaultWord(const ast::Expr& e) {
          lower(static_cast<const ast::Column&>(e).name.last()) == "default";
 }
 
+[[noreturn]] void failNamedTwice(const std::string& column, SourcePos pos) {
+  fail(264,
+       "The column name '" + column +
+           "' is specified more than once in the SET clause or column list of an INSERT. A column cannot be assigned "
+           "more than one value in the same clause. Modify the clause to make sure that a column is updated only once. "
+           "If this statement updates or inserts columns into a view, column aliasing can conceal the duplication in "
+           "your code.",
+       pos);
+}
+
+[[noreturn]] void failNoNumber(SourcePos pos) {
+  fail(339, "DEFAULT or NULL are not allowed as explicit identity values.", pos);
+}
+
+// An identity number that the statement gives itself: a Null is found when it comes.
+BoundPtr givenNumber(BoundPtr value) {
+  if (value->op == BoundOp::null) failNoNumber(value->pos);
+  if (!value->nullable) return value;
+  auto e = std::make_unique<BoundExpr>();
+  e->op = BoundOp::call;
+  e->text = "ts_number";
+  e->type = value->type;
+  e->pos = value->pos;
+  e->args.push_back(std::move(value));
+  return e;
+}
+
 void collectLeaves(BoundSource& s, std::vector<BoundSource*>& out) {
   if (s.kind == BoundSource::Kind::join) {
     collectLeaves(*s.left, out);
@@ -43,12 +70,7 @@ BoundSource* targetSource(Binder& b, const ast::Name& name, BoundSelect& rows, S
   if (name.parts.size() == 1)
     for (auto* leaf : scope.leaves)
       if (leaf->hasAlias && sameName(leaf->exposedName, name.last())) {
-        if (!leaf->table)
-          fail(4405,
-               "View or function '" + name.last() +
-                   "' is not updatable because the modification affects multiple base "
-                   "tables.",
-               name.pos);
+        if (!leaf->table) throwUnsupported("changing rows through a derived table (" + name.last() + ")", name.pos);
         return leaf;
       }
   const TableDef& t = b.table(name);
@@ -148,11 +170,7 @@ private:
       const int n = t.find(name);
       if (n < 0) fail(207, "Invalid column name '" + name + "'.", pos);
       if (std::find(out_->columns.begin(), out_->columns.end(), n) != out_->columns.end())
-        fail(264,
-             "The column name '" + name +
-                 "' is specified more than once in the SET clause or column list of an INSERT. A "
-                 "column cannot be assigned more than one value in the same clause.",
-             pos);
+        failNamedTwice(t.columns[static_cast<std::size_t>(n)].name, pos);
       if (!t.columns[static_cast<std::size_t>(n)].computedText.empty())
         fail(271,
              "The column \"" + name +
@@ -213,10 +231,12 @@ private:
     for (std::size_t i = 0; i < s_.values.size(); ++i) {
       const auto& c = t.columns[static_cast<std::size_t>(out_->columns[i])];
       if (isDefaultWord(*s_.values[i])) {
+        if (c.identity) failNoNumber(s_.values[i]->pos);
         out_->values.push_back(defaultOf(b_, c));
         continue;
       }
-      out_->values.push_back(b_.convertTo(b_.value(*s_.values[i], scope), c.type, true));
+      auto v = b_.convertTo(b_.value(*s_.values[i], scope), c.type, true);
+      out_->values.push_back(c.identity ? givenNumber(std::move(v)) : std::move(v));
     }
   }
 
@@ -226,7 +246,9 @@ private:
     for (auto* part = out_->select.get(); part; part = part->next.get())
       for (std::size_t i = 0; i < part->items.size(); ++i) {
         auto& e = part->items[i].expr;
-        e = b_.convertTo(std::move(e), t.columns[static_cast<std::size_t>(out_->columns[i])].type, true);
+        const auto& c = t.columns[static_cast<std::size_t>(out_->columns[i])];
+        e = b_.convertTo(std::move(e), c.type, true);
+        if (c.identity) e = givenNumber(std::move(e));
       }
   }
 
@@ -293,16 +315,7 @@ BoundStatement bindUpdate(const ast::Update& update, const TokenStream& tokens, 
                "\" cannot be modified because it is either a computed column or is the result of a "
                "UNION operator.",
            a.column.pos);
-    if (std::find(u->columns.begin(), u->columns.end(), n) != u->columns.end())
-      fail(
-          264,
-          "The column name '" + c.name +
-              "' is specified more than once in the SET clause or column list of an INSERT. A "
-              "column cannot be assigned more than one value in the same clause. Modify the clause to make sure that a "
-              "column is updated only once. If this statement updates or inserts columns into a view, column aliasing "
-              "can "
-              "conceal the duplication in your code.",
-          a.column.pos);
+    if (std::find(u->columns.begin(), u->columns.end(), n) != u->columns.end()) failNamedTwice(c.name, a.column.pos);
     u->columns.push_back(n);
     auto v = isDefaultWord(*a.value) ? defaultOf(b, c) : b.convertTo(b.value(*a.value, scope), c.type, true);
     subqueries = subqueries || hasSelect(*v);

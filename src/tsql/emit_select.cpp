@@ -107,7 +107,7 @@ void Emitter::core(const BoundSelect& s, bool inUnion) {
   if (oneGroup) add(")");
 }
 
-void Emitter::order(const BoundSelect& s, bool natural) {
+void Emitter::order(const BoundSelect& s, bool natural, bool combined) {
   if (s.orderBy.empty()) {
     if (natural && !s.distinct && !s.aggregated) naturalOrder(s);
     return;
@@ -126,7 +126,7 @@ void Emitter::order(const BoundSelect& s, bool natural) {
     else
       add(static_cast<std::int64_t>(o.position) + 1);
     if (wide) add(")");
-    if (isText(e.type.kind)) add(collate);
+    if (isText(e.type.kind) && !combined) add(collate);
     if (o.descending) add(" DESC");
   }
 }
@@ -247,7 +247,9 @@ void Emitter::select(const BoundSelect& s, bool natural) {
     if (part->next) add(combination(part->op));
   }
   if (wide) add(")");
-  order(s, false);
+  // The columns of the parts are collated already, and on selects that are combined SQLite takes a key of that kind for
+  // a column of their tables.
+  order(s, false, !wide);
 }
 
 }  // namespace tsql

@@ -42,7 +42,7 @@ public:
   static bool outerJoin(const BoundSource& s);
   void fromWhere(const BoundSelect& s);
   void core(const BoundSelect& s, bool inUnion);
-  void order(const BoundSelect& s, bool natural);
+  void order(const BoundSelect& s, bool natural, bool combined = false);
   void leaves(const BoundSource& s, std::vector<const BoundSource*>& out) const;
   static bool hasOuterJoin(const BoundSource& s);
   static std::size_t firstItemOf(const BoundSelect& s, const BoundSource& table);

@@ -13,7 +13,9 @@ void Parser::unsupportedDefinition(const char* verb) const {
        {"view", "function", "trigger", "rule", "default", "schema", "statistics", "type", "login", "user", "role",
         "synonym", "assembly", "fulltext", "partition", "xml", "database", "index"})
     if (isWord(object, 1)) unsupported(std::string(verb) + " " + object);
-  failAt(at + 1);
+  if (isReservedAt(at + 1)) failAt(at + 1);
+  throw SqlError(343, "Unknown object type '" + peek(1).text + "' used in a CREATE, DROP, or ALTER statement.",
+                 peek(1).pos, 15);
 }
 
 StatementPtr Parser::createStatement() {
@@ -130,7 +132,8 @@ StatementPtr Parser::dropIndex() {
   do {
     Name index = name();
     if (index.parts.size() == 1) {
-      expectWord("on");
+      if (!acceptWord("on"))
+        throw SqlError(159, "Must specify the table name and index name for the DROP INDEX statement.", index.pos, 15);
       Name table = name();
       table.pos = index.pos;
       table.parts.push_back(index.last());

@@ -113,6 +113,7 @@ StatementPtr Parser::updateStatement() {
     if (peek().kind == TokenKind::variable) unsupported("assignment to a variable");
     Assignment assignment;
     assignment.column = name();
+    refuseCompoundAssignment();
     expectMark("=");
     assignment.value = valueOrDefault();
     update->assignments.push_back(std::move(assignment));

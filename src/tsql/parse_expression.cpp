@@ -103,18 +103,6 @@ ExprPtr Parser::factor() {
   return std::make_unique<Unary>(mark.pos, op, std::move(operand));
 }
 
-// All text compares by the server's own collation; another one that tells letter cases apart would change results.
-void Parser::skipCollation() {
-  while (isWord("collate")) {
-    take();
-    if (!isNamePart()) fail();
-    const std::string lower = lowerCase(peek().text);
-    if (lower != "database_default" && lower.find("_ci_as") == std::string::npos)
-      unsupported("collation " + peek().text);
-    take();
-  }
-}
-
 ExprPtr Parser::primary() {
   const Token& token = peek();
   height = 1;
@@ -155,6 +143,13 @@ ExprPtr Parser::bracketed() {
   ExprPtr inner = any();
   expectMark(")");
   return inner;
+}
+
+// k += 1 and its kin.
+void Parser::refuseCompoundAssignment(std::size_t ahead) const {
+  for (const char* mark : {"+", "-", "*", "/", "%", "&", "|", "^"})
+    if (isMark(mark, ahead) && isMark("=", ahead + 1))
+      unsupported(std::string("the compound assignment ") + mark + "=");
 }
 
 // Whether an expression may begin here (where one may be missing, as behind return).

@@ -211,6 +211,7 @@ SelectItem Parser::selectItem() {
     item.expr = scalar();
     return item;
   }
+  if (peek().kind == TokenKind::variable) refuseCompoundAssignment(1);
   if ((isNamePart() || isText()) && isMark("=", 1)) {
     item.alias = alias();
     take();

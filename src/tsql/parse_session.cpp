@@ -56,52 +56,63 @@ StatementPtr Parser::rollbackStatement() {
 
 namespace {
 
+// What a value of an option may be at all; another one is a mistake in the text.
+enum class Takes : std::uint8_t { onOff, number, word };
+
 // An option of set and the values under which this server works as the real one does; all others change what
 // statements mean and are refused. An empty list: any value, the option concerns speed, locks or reports only.
 struct Option {
   std::string_view name;
+  Takes takes;
   std::array<std::string_view, 3> values;
 };
 
 constexpr std::array options{
-    Option{"ansi_defaults", {"on"}},
-    Option{"ansi_null_dflt_off", {"off"}},
-    Option{"ansi_null_dflt_on", {"on"}},
-    Option{"ansi_nulls", {"on"}},
-    Option{"ansi_padding", {"on"}},
-    Option{"ansi_warnings", {"on"}},
-    Option{"arithabort", {}},
-    Option{"arithignore", {"off"}},
-    Option{"concat_null_yields_null", {"on"}},
-    Option{"cursor_close_on_commit", {"off"}},
-    Option{"datefirst", {"7"}},
-    Option{"dateformat", {"mdy"}},
-    Option{"deadlock_priority", {}},
-    Option{"fmtonly", {"off"}},
-    Option{"forceplan", {}},
-    Option{"identity_insert", {"on", "off"}},
-    Option{"implicit_transactions", {"off"}},
-    Option{"language", {"us_english", "english"}},
-    Option{"lock_timeout", {}},
-    Option{"no_browsetable", {"off"}},
-    Option{"nocount", {}},
-    Option{"noexec", {"off"}},
-    Option{"numeric_roundabort", {"off"}},
-    Option{"parseonly", {"off"}},
-    Option{"query_governor_cost_limit", {}},
-    Option{"quoted_identifier", {"on"}},
-    Option{"remote_proc_transactions", {}},
-    Option{"rowcount", {"0"}},
-    Option{"showplan_all", {"off"}},
-    Option{"showplan_text", {"off"}},
-    Option{"showplan_xml", {"off"}},
-    Option{"statistics io", {}},
-    Option{"statistics profile", {"off"}},
-    Option{"statistics time", {}},
-    Option{"statistics xml", {"off"}},
-    Option{"textsize", {"0", "-1", "2147483647"}},
-    Option{"xact_abort", {"on", "off"}},
+    Option{"ansi_defaults", Takes::onOff, {"on"}},
+    Option{"ansi_null_dflt_off", Takes::onOff, {"off"}},
+    Option{"ansi_null_dflt_on", Takes::onOff, {"on"}},
+    Option{"ansi_nulls", Takes::onOff, {"on"}},
+    Option{"ansi_padding", Takes::onOff, {"on"}},
+    Option{"ansi_warnings", Takes::onOff, {"on"}},
+    Option{"arithabort", Takes::onOff, {}},
+    Option{"arithignore", Takes::onOff, {"off"}},
+    Option{"concat_null_yields_null", Takes::onOff, {"on"}},
+    Option{"cursor_close_on_commit", Takes::onOff, {"off"}},
+    Option{"datefirst", Takes::number, {"7"}},
+    Option{"dateformat", Takes::word, {"mdy"}},
+    Option{"deadlock_priority", Takes::word, {}},
+    Option{"fmtonly", Takes::onOff, {"off"}},
+    Option{"forceplan", Takes::onOff, {}},
+    Option{"identity_insert", Takes::onOff, {"on", "off"}},
+    Option{"implicit_transactions", Takes::onOff, {"off"}},
+    Option{"language", Takes::word, {"us_english", "english"}},
+    Option{"lock_timeout", Takes::number, {}},
+    Option{"no_browsetable", Takes::onOff, {"off"}},
+    Option{"nocount", Takes::onOff, {}},
+    Option{"noexec", Takes::onOff, {"off"}},
+    Option{"numeric_roundabort", Takes::onOff, {"off"}},
+    Option{"parseonly", Takes::onOff, {"off"}},
+    Option{"query_governor_cost_limit", Takes::number, {}},
+    Option{"quoted_identifier", Takes::onOff, {"on"}},
+    Option{"remote_proc_transactions", Takes::onOff, {}},
+    Option{"rowcount", Takes::number, {"0"}},
+    Option{"showplan_all", Takes::onOff, {"off"}},
+    Option{"showplan_text", Takes::onOff, {"off"}},
+    Option{"showplan_xml", Takes::onOff, {"off"}},
+    Option{"statistics io", Takes::onOff, {}},
+    Option{"statistics profile", Takes::onOff, {"off"}},
+    Option{"statistics time", Takes::onOff, {}},
+    Option{"statistics xml", Takes::onOff, {"off"}},
+    Option{"textsize", Takes::number, {"0", "-1", "2147483647"}},
+    Option{"xact_abort", Takes::onOff, {"on", "off"}},
 };
+
+bool fits(Takes takes, const std::string& value) {
+  if (takes == Takes::onOff) return value == "on" || value == "off";
+  const std::size_t sign = value.starts_with("-") ? 1 : 0;
+  return takes == Takes::word ||
+         (value.size() > sign && value.find_first_not_of("0123456789", sign) == std::string::npos);
+}
 
 }  // namespace
 
@@ -114,8 +125,7 @@ StatementPtr Parser::setStatement() {
   if (isWord("transaction")) {
     for (const char* word : {"transaction", "isolation", "level"}) expectWord(word);
     result->option = "transaction isolation level";
-    result->value = optionValue();
-    if (result->value == "read" || result->value == "repeatable") result->value += " " + optionValue();
+    result->value = isolationLevel();
     return result;
   }
   std::vector<std::pair<std::string, SourcePos>> names;
@@ -130,14 +140,31 @@ StatementPtr Parser::setStatement() {
     result->table = name();
     if (!isWord("on") && !isWord("off")) fail();
   }
+  const std::size_t valueAt = at;
   result->value = optionValue();
-  for (const auto& [name, where] : names) checkOption(name, where, result->value);
+  for (const auto& [name, where] : names) checkOption(name, where, result->value, valueAt);
   return result;
 }
 
-void Parser::checkOption(const std::string& name, SourcePos where, const std::string& value) const {
+// All levels are one here, but only theirs are the names.
+std::string Parser::isolationLevel() {
+  for (const char* word : {"serializable", "snapshot"})
+    if (acceptWord(word)) return word;
+  if (acceptWord("repeatable")) {
+    expectWord("read");
+    return "repeatable read";
+  }
+  expectWord("read");
+  if (acceptWord("uncommitted")) return "read uncommitted";
+  expectWord("committed");
+  return "read committed";
+}
+
+void Parser::checkOption(const std::string& name, SourcePos where, const std::string& value,
+                         std::size_t valueAt) const {
   const auto* known = std::find_if(options.begin(), options.end(), [&n = name](const auto& o) { return o.name == n; });
   if (known == options.end()) throw SqlError(195, "'" + name + "' is not a recognized SET option.", where, 15);
+  if (!fits(known->takes, value)) failAt(valueAt);
   const bool any = known->values[0].empty();
   if (!any && std::find(known->values.begin(), known->values.end(), value) == known->values.end())
     throwUnsupported("set " + name + " " + value, where);

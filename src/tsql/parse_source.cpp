@@ -71,7 +71,9 @@ SourcePtr Parser::singleSource() {
   if (!isMark("(")) return tableSource();
   if (startsSelect(1)) return derivedSource();
   take();
+  if (isWord("values")) unsupported("a derived table of values");
   SourcePtr inner = source();
+  if (inner->kind != Source::Kind::join) fail();  // brackets are for joins
   expectMark(")");
   return inner;
 }

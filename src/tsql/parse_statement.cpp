@@ -80,6 +80,7 @@ StatementPtr Parser::statement() {
       break;
     }
     if (!result && isMark(":", 1)) unsupported("a label");
+    if (!result && isWord("merge") && (isNamePart(1) || isWord("into", 1) || isWord("top", 1))) unsupported("merge");
   } else if (isMark("(") && startsSelect()) {
     result = selectStatement();
   }

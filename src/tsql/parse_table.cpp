@@ -1,5 +1,6 @@
 // Tables: columns, constraints, and their changes.
 
+#include "tsql/ascii.h"
 #include "tsql/parser_impl.h"
 
 namespace tsql {
@@ -10,6 +11,7 @@ StatementPtr Parser::createTable() {
   auto create = std::make_unique<CreateTable>(take().pos);
   take();
   create->name = name();
+  definedTable = create->name.last();
   expectMark("(");
   do {
     if (!create->columns.empty() && isMark(")")) break;  // the server lets a comma stand behind the last one
@@ -42,6 +44,8 @@ ColumnDefinition Parser::columnDefinition() {
     computedColumn(column);
     return column;
   }
+  if (isSpelled(column.name, "timestamp") && (isMark(",") || isMark(")")))  // a column may be called by its type
+    throwUnsupported("the type timestamp", column.pos);
   column.type = typeName();
   while (columnClause(column)) {
   }
@@ -57,8 +61,8 @@ void Parser::computedColumn(ColumnDefinition& column) {
 
 // One clause behind a column's type, in any order; false where none stands.
 bool Parser::columnClause(ColumnDefinition& column) {
-  if (acceptWord("collate")) {  // all text compares by the server's own collation
-    if (!acceptWord("database_default")) namePart();
+  if (acceptWord("collate")) {
+    collationName();
     return true;
   }
   if (acceptWord("rowguidcol")) return column.rowGuid = true;
@@ -71,14 +75,10 @@ bool Parser::columnClause(ColumnDefinition& column) {
   const SourcePos pos = peek().pos;
   const bool named = acceptWord("constraint");
   if (named) constraintName = namePart();
-  if (acceptWord("null")) {
-    column.nullable = true;
-    return true;
-  }
-  if (isWord("not")) {
-    take();
+  if (isWord("null") || isWord("not")) {
+    const bool nullable = !acceptWord("not");
     expectWord("null");
-    column.nullable = false;
+    setNullable(column, nullable, pos);
     return true;
   }
   if (acceptWord("default")) {
@@ -104,6 +104,15 @@ bool Parser::columnClause(ColumnDefinition& column) {
     constraint.columns.push_back({column.name, false, column.pos});
   column.constraints.push_back(std::move(constraint));
   return true;
+}
+
+void Parser::setNullable(ColumnDefinition& column, bool nullable, SourcePos pos) const {
+  if (column.nullable)
+    throw SqlError(
+        8150,
+        "Multiple NULL constraints were specified for column '" + column.name + "', table '" + definedTable + "'.",
+        pos);
+  column.nullable = nullable;
 }
 
 void Parser::defaultClause(ColumnDefinition& column, std::string constraintName) {
@@ -230,6 +239,7 @@ StatementPtr Parser::alterTable() {
   auto alter = std::make_unique<AlterTable>(take().pos);
   take();
   alter->name = name();
+  definedTable = alter->name.last();
   if (isWord("with") && (isWord("check", 1) || isWord("nocheck", 1)) && isWord("add", 2)) {
     take();
     take();
@@ -276,7 +286,7 @@ StatementPtr Parser::alterColumn(Ptr<AlterTable> alter) {
   column.name = namePart();
   if ((isWord("add") || isWord("drop")) && isWord("rowguidcol", 1)) unsupported("changing rowguidcol");
   column.type = typeName();
-  if (acceptWord("collate")) namePart();
+  skipCollation();
   if (acceptWord("null")) {
     column.nullable = true;
   } else if (acceptWord("not")) {

@@ -31,6 +31,7 @@ StatementPtr Parser::setVariable(SourcePos pos) {
   auto result = std::make_unique<SetVariable>(pos);
   result->name = take().text;
   if (isMark(".")) unsupported("a method of a variable");
+  refuseCompoundAssignment();
   expectMark("=");
   if (isWord("cursor")) unsupported("a cursor");
   result->value = scalar();

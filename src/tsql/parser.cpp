@@ -63,8 +63,10 @@ void Parser::expectMark(std::string_view mark) {
 
 void Parser::failAt(std::size_t index) const {
   const Token& token = tokens[index];
-  if (token.kind == TokenKind::end)  // the server names the last word of the batch
-    throwSyntax(index ? shown(tokens[index - 1]) : "", token.pos);
+  if (token.kind == TokenKind::end) {  // the server names the last word of the batch, and where that stands
+    const Token& last = tokens[index ? index - 1 : 0];
+    throwSyntax(shown(last), last.pos);
+  }
   if (reserved[index]) throw SqlError(156, "Incorrect syntax near the keyword '" + shown(token) + "'.", token.pos, 15);
   throwSyntax(shown(token), token.pos);
 }
@@ -145,7 +147,12 @@ ast::Name Parser::name() {
 ast::TypeName Parser::typeName() {
   ast::TypeName type;
   type.pos = peek().pos;
-  type.name = name().parts.back();  // a type of the database may have an owner; none is known, so only the name counts
+  type.name = standardTypeName();
+  if (type.name.empty())
+    type.name = name().parts.back();  // a type may have an owner; none of a database's own is known
+  for (const char* refused : {"timestamp", "rowversion", "sql_variant", "xml", "date", "datetime2", "time",
+                              "datetimeoffset", "hierarchyid", "geometry", "geography"})
+    if (isSpelled(type.name, refused)) throwUnsupported("the type " + std::string(refused), type.pos);
   if (!acceptMark("(")) return type;
   if (acceptWord("max")) {
     type.max = true;
@@ -162,6 +169,27 @@ ast::TypeName Parser::typeName() {
   }
   expectMark(")");
   return type;
+}
+
+// The standard's spellings of several words, which the server takes for its own types; empty where none stands.
+std::string Parser::standardTypeName() {
+  const bool national = isWord("national");
+  const std::size_t ahead = national ? 1 : 0;
+  if (isWord("char", ahead) || isWord("character", ahead)) {
+    const bool varying = isWord("varying", ahead + 1);
+    if (!national && !varying && isWord("char")) return {};
+    at += ahead + (varying ? 2 : 1);
+    return std::string(national ? "n" : "") + (varying ? "varchar" : "char");
+  }
+  const auto spelled = [&](const char* first, const char* second) {
+    if (!isWord(first) || !isWord(second, 1)) return false;
+    at += 2;
+    return true;
+  };
+  if (spelled("national", "text")) return "ntext";
+  if (spelled("double", "precision")) return "float";
+  if (spelled("binary", "varying")) return "varbinary";
+  return {};
 }
 
 std::vector<std::pair<std::string, SourcePos>> Parser::nameList() {

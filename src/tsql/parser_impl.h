@@ -78,6 +78,7 @@ private:
   std::string namePart();
   ast::Name name();
   ast::TypeName typeName();
+  std::string standardTypeName();
   std::vector<std::pair<std::string, SourcePos>> nameList();
   std::int64_t signedInteger();
 
@@ -106,9 +107,11 @@ private:
   ast::ExprPtr likeCondition(ast::ExprPtr left, SourcePos pos, bool negated);
   std::optional<ast::CompareOp> compareOp();
   void skipCollation();
+  void collationName();
   ast::ExprPtr requireScalar(ast::ExprPtr e);
   ast::ExprPtr requireCondition(ast::ExprPtr e);
   bool startsExpression() const;
+  void refuseCompoundAssignment(std::size_t ahead = 0) const;
 
   // ---- select (parse_select.cpp, parse_source.cpp)
   enum class SelectUse { statement, operand };
@@ -158,7 +161,8 @@ private:
   ast::StatementPtr saveStatement();
   std::string transactionName();
   std::string optionValue();
-  void checkOption(const std::string& name, SourcePos where, const std::string& value) const;
+  std::string isolationLevel();
+  void checkOption(const std::string& name, SourcePos where, const std::string& value, std::size_t valueAt) const;
   // (parse_variable.cpp)
   ast::StatementPtr declareStatement();
   ast::StatementPtr setVariable(SourcePos pos);
@@ -186,6 +190,7 @@ private:
   void computedColumn(ast::ColumnDefinition& column);
   bool columnClause(ast::ColumnDefinition& column);
   void defaultClause(ast::ColumnDefinition& column, std::string constraintName);
+  void setNullable(ast::ColumnDefinition& column, bool nullable, SourcePos pos) const;
   void withValues(const ast::ColumnDefinition& column);
   ast::StatementPtr addToTable(ast::Ptr<ast::AlterTable> alter);
   ast::StatementPtr alterColumn(ast::Ptr<ast::AlterTable> alter);
@@ -218,6 +223,7 @@ private:
   std::vector<bool> reserved;  // by token: a bare reserved word
   std::size_t at = 0;
   bool firstInBatch = false;  // the statement that is being dispatched is the batch's first
+  std::string definedTable;   // the one whose columns are being read
   int parameters = 0;
   std::vector<int> fixedLiterals;
   int sources = 0;  // tables of the present statement

@@ -36,12 +36,19 @@ TEST(Collation, AccentsLeadingBlanksAndOtherBlanksCount) {
   EXPECT_NE(compareText("a\u3000", "a"), 0);
 }
 
-// The tone marks of written Chinese stand in front of the bare vowel.
-TEST(Collation, TonesComeBeforeTheBareVowel) {
-  EXPECT_EQ(sign(compareText("mā", "ma")), -1);
-  EXPECT_EQ(sign(compareText("ma", "mb")), -1);
-  EXPECT_EQ(compareText(std::string(lowestForm('A')), "ā"), 0);
-  EXPECT_EQ(lowestForm('k'), "k");
+// The tone marks of written Chinese are no exception.
+TEST(Collation, AnAccentComesBehindTheBareLetterAndBeforeTheNextOne) {
+  const std::vector<std::string> expected = {"ma", "mā", "mab", "máb", "mb", "mé", "mf", "贷é", "借e", "借é"};
+  std::vector<std::string> texts = expected;
+  std::mt19937 random(4);
+  std::shuffle(texts.begin(), texts.end(), random);
+  std::sort(texts.begin(), texts.end(), [](auto& a, auto& b) { return compareText(a, b) < 0; });
+  EXPECT_EQ(texts, expected);
+  for (const char* plain : {"a", "e", "i", "o", "u", "n", "c", "A", "E"})
+    for (const char* mark : {"\u0300", "\u0301", "\u0302", "\u0303", "\u0304", "\u0308", "\u030C", "\u0327"})
+      EXPECT_EQ(sign(compareText(plain, std::string(plain) + mark)), -1) << plain << mark;
+  EXPECT_EQ(compareText("é", "É"), 0);
+  EXPECT_EQ(compareText("é", "e\u0301"), 0);
 }
 
 TEST(Collation, EmptyPunctuationDigitsLatinChineseBySound) {
@@ -72,11 +79,13 @@ TEST(Collation, AsciiOrdersAsTheCollatorDoes) {
 
 // Everything that could make the quick way wrong: combining marks, ignorable characters, contractions, control
 // characters, wide forms.
+const std::u32string mixedLetters =
+    U"aAbBlL1 "
+    U"-zé借贷平\u0301\u0300\u0304\u030C\u0308\u00B7\u0387\u00AD\u200D\u0001\tＡａ１\u3000ｶカかÅ\u212A²ﬁßเก😀\uFE0F"
+    U"\u0E34ÀǅĿ";
+
 TEST(Collation, MixedTextOrdersAsTheCollatorDoes) {
-  const std::u32string letters =
-      U"aAbBlL1 "
-      U"-zé借贷平\u0301\u0300\u0304\u030C\u0308\u00B7\u0387\u00AD\u200D\u0001\tＡａ１\u3000ｶカかÅ\u212A²ﬁßเก😀\uFE0F"
-      U"\u0E34ÀǅĿ";
+  const std::u32string& letters = mixedLetters;
   std::mt19937 random(3);
   for (int round = 0; round < 100000; ++round) {
     const auto draw = [&] {
@@ -87,6 +96,27 @@ TEST(Collation, MixedTextOrdersAsTheCollatorDoes) {
     const std::string start = draw(), a = start + draw(), b = (random() % 3 == 0 ? draw() : start) + draw();
     ASSERT_EQ(sign(compareText(a, b)), sign(collate(trimmed(a), trimmed(b)))) << a << '|' << b;
     ASSERT_EQ(sign(compareText(a, b)), -sign(compareText(b, a)));
+  }
+}
+
+TEST(Collation, IsAStrictWeakOrder) {
+  std::mt19937 random(5);
+  const auto draw = [&] {
+    std::string text;
+    for (auto n = random() % 4; n > 0; --n)
+      tsql::appendCodePoint(text,
+                            random() % 2 ? mixedLetters[random() % mixedLetters.size()] : U"aAáàeEé"[random() % 7]);
+    return text;
+  };
+  for (int round = 0; round < 200000; ++round) {
+    const std::string a = draw(), b = draw(), c = draw();
+    const int ab = sign(compareText(a, b)), bc = sign(compareText(b, c)), ac = sign(compareText(a, c));
+    if (ab == 0) {
+      ASSERT_EQ(ac, bc) << a << '|' << b << '|' << c;
+    }
+    if (ab == bc) {
+      ASSERT_EQ(ac, ab) << a << '|' << b << '|' << c;
+    }
   }
 }
 

@@ -48,6 +48,15 @@ TEST(DeleteStatement, Forms) {
 
 // ---------------------------------------------------------------------------------------------- definitions
 
+TEST(CreateTableStatement, TheStandardsSpellingsOfTypesAreTheServersTypes) {
+  EXPECT_EQ(printed("create table t (a character varying(5), b char varying(3), c character(4), d national char(2), e "
+                    "national character varying(4), f national text, g double precision, h binary varying(3), i char)"),
+            "create table t (a varchar(5), b varchar(3), c char(4), d nchar(2), e nvarchar(4), f ntext, g float, h "
+            "varbinary(3), i char)");
+  EXPECT_EQ(errorOf("create table t (a national int)").number, 156);
+  EXPECT_EQ(errorOf("create table t (a double)").number, 156);
+}
+
 TEST(CreateTableStatement, Columns) {
   const Parsed p(
       "create table [dbo].[t] ([id] [int] IDENTITY (1, -2) NOT NULL ,a nvarchar(10) collate Chinese_PRC_CI_AS null "
