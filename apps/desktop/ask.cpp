@@ -30,11 +30,43 @@ QString endingOf(const QString& filter) {
 
 }  // namespace
 
+QString withEnding(const QString& file, const QString& proposed, const QString& filters, const QString& chosen) {
+  const QStringList all = filters.split(";;");
+  const QString wanted = endingOf(chosen.isEmpty() ? all.front() : chosen);
+  const auto ends = [&](const QString& ending) { return file.endsWith(ending, Qt::CaseInsensitive); };
+  if (wanted.isEmpty() || ends(wanted)) return file;
+  const bool filterUntouched = wanted == endingOf(all.front());
+  for (const QString& filter : all) {
+    const QString ending = endingOf(filter);
+    if (ending.isEmpty() || !ends(ending)) continue;
+    const bool typed = !proposed.endsWith(ending, Qt::CaseInsensitive);
+    return typed && filterUntouched ? file : file.chopped(ending.size()) + wanted;
+  }
+  return file + wanted;
+}
+
 std::string Ask::saveFile(QWidget* parent, const QString& title, const QString& name, const QString& filters) {
-  QString chosen;
-  QString file = QFileDialog::getSaveFileName(parent, title, QDir::home().filePath(name), filters, &chosen);
-  if (!file.isEmpty() && QFileInfo(file).suffix().isEmpty()) file += endingOf(chosen);
-  return utf8(file);
+  QString path = QDir::home().filePath(name);
+  while (true) {
+    QString chosen;
+    path = fileDialog(parent, title, path, filters, chosen);
+    if (path.isEmpty()) return {};
+    path = withEnding(path, name, filters, chosen);
+    if (!QFileInfo::exists(path) || mayReplace(parent, title, path)) return utf8(path);
+  }
+}
+
+QString Ask::fileDialog(QWidget* parent, const QString& title, const QString& path, const QString& filters,
+                        QString& chosen) {
+  return QFileDialog::getSaveFileName(parent, title, path, filters, &chosen, QFileDialog::DontConfirmOverwrite);
+}
+
+// In the toolkit's own words, as its file dialog asks.
+bool Ask::mayReplace(QWidget* parent, const QString& title, const QString& file) {
+  const QString text =
+      QFileDialog::tr("%1 already exists.\nDo you want to replace it?").arg(QFileInfo(file).fileName());
+  return QMessageBox::warning(parent, title, text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) ==
+         QMessageBox::Yes;
 }
 
 std::string Ask::folder(QWidget* parent, const QString& title, const QString& from) {

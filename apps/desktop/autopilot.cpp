@@ -20,8 +20,8 @@ Autopilot::Autopilot() {
   timer_.start(lookEvery);
 }
 
-void Autopilot::then(const std::string& name, Step step) {
-  steps_.push_back({name, std::move(step)});
+void Autopilot::then(const std::string& name, Step step, Ready ready) {
+  steps_.push_back({name, std::move(step), std::move(ready)});
   waited_ = 0;
 }
 
@@ -39,7 +39,12 @@ void Autopilot::look() {
     return;
   }
   const std::string name = utf8(top->objectName());
-  if (!steps_.empty() && steps_.front().name == name) {
+  const bool itsTurn = !steps_.empty() && steps_.front().name == name;
+  if (itsTurn && steps_.front().ready && !steps_.front().ready(*top)) {
+    timer_.start(0);  // with every event that the window lets through: what is waited for may be short
+    return;
+  }
+  if (itsTurn) {
     const Step step = std::move(steps_.front().step);
     steps_.pop_front();
     waited_ = 0;

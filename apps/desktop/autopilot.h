@@ -22,8 +22,10 @@ public:
   Autopilot();
 
   // Each step waits for a modal window of the name on top, painted once, and is then done once. Steps go in order.
+  // ready: what it waits for in the window besides; none: nothing.
   using Step = std::function<void(QWidget& window)>;
-  void then(const std::string& name, Step step);
+  using Ready = std::function<bool(const QWidget& window)>;
+  void then(const std::string& name, Step step, Ready ready = {});
   std::vector<std::string> left() const;
   // Steps that threw, and windows that closed because no step came for them: both are told here, so that the road ends.
   const std::vector<std::string>& failures() const { return failures_; }
@@ -34,6 +36,7 @@ private:
   struct Waiting {
     std::string name;
     Step step;
+    Ready ready;
   };
   std::deque<Waiting> steps_;
   std::vector<std::string> failures_;

@@ -36,6 +36,21 @@ QString fileNameOf(const std::string& dialog) {
 
 }  // namespace
 
+// A person works in a dialog of a run that has set the hourglass for the whole screen.
+class DialogWindows::OrdinaryPointer {
+public:
+  explicit OrdinaryPointer(DialogWindows& windows) : windows_(windows), shape_(windows.pointer_) {
+    windows_.screenPointer(0);
+  }
+  ~OrdinaryPointer() { windows_.screenPointer(shape_); }
+  OrdinaryPointer(const OrdinaryPointer&) = delete;
+  OrdinaryPointer& operator=(const OrdinaryPointer&) = delete;
+
+private:
+  DialogWindows& windows_;
+  int shape_;
+};
+
 QWidget* DialogWindows::top() const {
   QWidget* modal = QApplication::activeModalWidget();
   return modal ? modal : parent_;
@@ -66,6 +81,8 @@ void DialogWindows::run(gljz::FrmJZSN& form) {
 }
 
 void DialogWindows::closingReport(gljz::FrmJZBG& form) {
+  if (progress_) progress_->paintNow();
+  const OrdinaryPointer pointer(*this);
   const gljz::Grid* leftOutGrid = gljz::frmNBalance.isLoaded() ? &gljz::frmNBalance().Grid1 : nullptr;
   ReportWindow window(top(), form, leftOutGrid, texts_);
   const Shown<ReportWindow> onScreen(report_, window);
@@ -73,6 +90,8 @@ void DialogWindows::closingReport(gljz::FrmJZBG& form) {
 }
 
 void DialogWindows::leftOut(gljz::FrmNBalance& form) {
+  if (progress_) progress_->paintNow();
+  const OrdinaryPointer pointer(*this);
   LeftOutWindow window(top(), form, texts_);
   const Shown<LeftOutWindow> onScreen(leftOut_, window);
   window.showModal();
@@ -87,9 +106,9 @@ void DialogWindows::doEvents() {
 }
 
 void DialogWindows::screenPointer(int shape) {
-  if (pointerSet_) QApplication::restoreOverrideCursor();
-  pointerSet_ = shape != 0;
-  if (pointerSet_) QApplication::setOverrideCursor(shape == hourglassPointer ? Qt::WaitCursor : Qt::ArrowCursor);
+  if (pointer_ != 0) QApplication::restoreOverrideCursor();
+  pointer_ = shape;
+  if (pointer_ != 0) QApplication::setOverrideCursor(shape == hourglassPointer ? Qt::WaitCursor : Qt::ArrowCursor);
 }
 
 // A machine without a printer prints into a file; the print dialog of the others has the file among its printers.
@@ -109,7 +128,9 @@ std::string DialogWindows::printFile(const std::string& dialog) {
 
 host::CanvasMaker DialogWindows::printer(const std::string&) {
   if (!printer_) return {};
-  return [printer = printer_](const host::CanvasSettings& settings) { return newPrinterCanvas(printer, settings); };
+  return [printer = printer_, &texts = texts_](const host::CanvasSettings& settings) {
+    return newPrinterCanvas(printer, settings, texts);
+  };
 }
 
 const GridModel::Rows* DialogWindows::gridOnScreen(const std::string& dialog) {

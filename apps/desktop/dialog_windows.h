@@ -24,6 +24,10 @@ class Texts;
 class DialogWindows final : public host::DialogView, public host::ProgressSink {
 public:
   DialogWindows(QWidget* parent, const Texts& texts) : parent_(parent), texts_(texts) {}
+  // The pointer that a run has set and left goes with it.
+  ~DialogWindows() override { screenPointer(0); }
+  DialogWindows(const DialogWindows&) = delete;
+  DialogWindows& operator=(const DialogWindows&) = delete;
 
   // A person left the conditions without confirming them.
   bool conditionsCancelled() const { return cancelled_; }
@@ -56,6 +60,8 @@ public:
   void ended() override { rowsWritten_ = nullptr; }
 
 private:
+  class OrdinaryPointer;
+
   QWidget* top() const;  // the window that the next one stands on
 
   QWidget* parent_;
@@ -66,7 +72,8 @@ private:
   LeftOutWindow* leftOut_ = nullptr;
   GridModel::Rows printed_;
   std::shared_ptr<QPrinter> printer_;
-  bool cancelled_ = false, pointerSet_ = false;
+  int pointer_ = 0;  // shape that is set for the whole screen; 0: none
+  bool cancelled_ = false;
 };
 
 }  // namespace desktop

@@ -57,34 +57,38 @@ std::string csv(const ExportedRows& rows) {
   return text;
 }
 
-void writeWhole(const std::string& file, const std::string& text) {
+[[noreturn]] void cannotWrite(const std::string& file, const std::string& why, const Texts& texts) {
+  throw std::runtime_error(utf8(texts("Export.Failed", {file, why})));
+}
+
+void writeWhole(const std::string& file, const std::string& text, const Texts& texts) {
   QSaveFile out(shown(file));
   if (!out.open(QIODevice::WriteOnly) || out.write(text.data(), static_cast<qint64>(text.size())) < 0 || !out.commit())
-    throw std::runtime_error(file + ": " + utf8(out.errorString()));
+    cannotWrite(file, utf8(out.errorString()), texts);
 }
 
 }  // namespace
 
-void exportRows(const std::string& file, const ExportedRows& rows, const std::string& language) {
+void exportRows(const std::string& file, const ExportedRows& rows, const Texts& texts) {
   const auto format = host::reportFormat(file);
-  if (!format) throw std::runtime_error(file + ": .csv, .html, .pdf, .xlsx");
   // The libraries of these formats write files themselves.
   const auto beside = [&](const auto& write) {
     const std::string part = file + ".part";
     try {
-      write(part, modelOf(rows, language));
+      write(part, modelOf(rows, texts.language()));
     } catch (...) {
       QFile::remove(shown(part));
       throw;
     }
     QFile::remove(shown(file));
-    if (!QFile::rename(shown(part), shown(file))) throw std::runtime_error(file);
+    QFile whole(shown(part));
+    if (!whole.rename(shown(file))) cannotWrite(file, utf8(whole.errorString()), texts);
   };
-  switch (*format) {
+  switch (format.value_or(ReportFormat::text)) {
     case ReportFormat::csv:
-      return writeWhole(file, csv(rows));
+      return writeWhole(file, csv(rows), texts);
     case ReportFormat::html:
-      return writeWhole(file, host::reportHtml(modelOf(rows, language)));
+      return writeWhole(file, host::reportHtml(modelOf(rows, texts.language())), texts);
     case ReportFormat::pdf:
       return beside([](const std::string& to, const host::ReportModel& model) { host::writeReportPdf(to, model); });
     case ReportFormat::xlsx:
@@ -93,7 +97,7 @@ void exportRows(const std::string& file, const ExportedRows& rows, const std::st
     case ReportFormat::text:
       break;
   }
-  throw std::runtime_error(file + ": .csv, .html, .pdf, .xlsx");
+  throw std::runtime_error(utf8(texts("Export.Ending", {file, ".csv, .html, .pdf, .xlsx"})));
 }
 
 QString exportFilters() {
@@ -107,7 +111,7 @@ void askAndExport(QWidget* parent, const Texts& texts, const ExportedRows& rows)
   const std::string file = ask().saveFile(parent, texts("Export"), rows.fileName + ".csv", exportFilters());
   if (file.empty()) return;
   try {
-    exportRows(file, rows, texts.language());
+    exportRows(file, rows, texts);
   } catch (const std::exception& e) {
     ask().complain(parent, texts("Export"), shown(e.what()));
   }

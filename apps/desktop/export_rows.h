@@ -21,7 +21,7 @@ struct ExportedRows {
 
 // Formats by the file's ending (.csv, .html, .pdf, .xlsx). std::runtime_error when it cannot be written: what stood
 // there before is then still there.
-void exportRows(const std::string& file, const ExportedRows& rows, const std::string& language);
+void exportRows(const std::string& file, const ExportedRows& rows, const Texts& texts);
 // "CSV (*.csv);;..." of those that this build can write, for a file dialog.
 QString exportFilters();
 

@@ -23,8 +23,15 @@ bool allDigits(std::string_view text) {
   return std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
 }
 
+std::string_view trimmed(std::string_view text) {
+  const auto first = text.find_first_not_of(' ');
+  return first == std::string_view::npos ? std::string_view()
+                                         : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
 std::optional<Number> readNumber(std::string_view text) {
   Number number;
+  text = trimmed(text);
   if (text.starts_with('-')) {
     number.negative = true;
     text.remove_prefix(1);
@@ -32,7 +39,8 @@ std::optional<Number> readNumber(std::string_view text) {
   const auto point = text.find('.');
   number.whole = text.substr(0, point);
   if (point != std::string_view::npos) number.fraction = text.substr(point + 1);
-  if (number.whole.empty() || !allDigits(number.whole) || !allDigits(number.fraction)) return std::nullopt;
+  if (number.whole.empty() && number.fraction.empty()) return std::nullopt;
+  if (!allDigits(number.whole) || !allDigits(number.fraction)) return std::nullopt;
   number.whole.remove_prefix(std::min(number.whole.find_first_not_of('0'), number.whole.size()));
   const auto last = number.fraction.find_last_not_of('0');
   number.fraction = number.fraction.substr(0, last == std::string_view::npos ? 0 : last + 1);
@@ -50,26 +58,45 @@ int compareMagnitudes(const Number& a, const Number& b) {
   return sign(a.fraction.compare(b.fraction));
 }
 
-// The texts of one column, for sorting. A column in which every text is a number or empty is one of numbers, and the
-// empty ones come first; account codes are texts that a person reads left-aligned and in the order of their digits.
+int compare(const Number& a, const Number& b) {
+  if (a.negative != b.negative) return a.negative ? -1 : 1;
+  return a.negative ? compareMagnitudes(b, a) : compareMagnitudes(a, b);
+}
+
+// A cell of numbers that has none.
+bool isBlank(std::string_view text) {
+  text = trimmed(text);
+  return text.empty() || text == "-";
+}
+
+// What a cell of numbers counts by; amounts may name a currency or a unit behind the number.
+std::optional<Number> numberOf(std::string_view cell, bool unitAllowed) {
+  cell = trimmed(cell);
+  return readNumber(unitAllowed ? cell.substr(0, cell.find(' ')) : cell);
+}
+
+// The texts of one column, for sorting. Among numbers the blank texts come first.
 class ColumnOrder {
 public:
-  ColumnOrder(std::vector<const std::string*> cells, bool numbers) : cells_(std::move(cells)), numbers_(numbers) {
-    if (!numbers_) {
-      QCollator collator;
-      keys_.reserve(cells_.size());
-      for (const std::string* cell : cells_) keys_.push_back(collator.sortKey(shown(*cell)));
+  // The cells outlive the order.
+  ColumnOrder(const std::vector<const std::string*>& cells, bool numbers, bool unitAllowed) : numbers_(numbers) {
+    const QCollator collator;
+    for (const std::string* cell : cells) {
+      if (numbers_)
+        values_.push_back(numberOf(*cell, unitAllowed));
+      else
+        keys_.push_back(collator.sortKey(shown(*cell)));
     }
   }
   bool less(std::size_t a, std::size_t b) const {
     if (!numbers_) return keys_[a].compare(keys_[b]) < 0;
-    if (cells_[a]->empty() || cells_[b]->empty()) return cells_[a]->empty() && !cells_[b]->empty();
-    return compareNumberTexts(*cells_[a], *cells_[b]).value_or(0) < 0;
+    if (!values_[a] || !values_[b]) return !values_[a] && values_[b];
+    return compare(*values_[a], *values_[b]) < 0;
   }
 
 private:
-  std::vector<const std::string*> cells_;
   bool numbers_;
+  std::vector<std::optional<Number>> values_;
   std::vector<QCollatorSortKey> keys_;
 };
 
@@ -83,8 +110,7 @@ const std::string& cellOf(const GridModel::Row& row, std::size_t column) {
 std::optional<int> compareNumberTexts(const std::string& a, const std::string& b) {
   const auto first = readNumber(a), second = readNumber(b);
   if (!first || !second) return std::nullopt;
-  if (first->negative != second->negative) return first->negative ? -1 : 1;
-  return first->negative ? compareMagnitudes(*second, *first) : compareMagnitudes(*first, *second);
+  return compare(*first, *second);
 }
 
 void GridModel::setGrid(Source source) {
@@ -134,6 +160,19 @@ bool GridModel::isKept(const Group& group) const {
          });
 }
 
+// Of the whole grid: a filter that leaves only numbers does not make a column of texts one of numbers.
+bool GridModel::isOfNumbers(std::size_t column) const {
+  if (std::find(source_.codes.begin(), source_.codes.end(), column) != source_.codes.end()) return false;
+  return std::all_of(groups_.begin(), groups_.end(), [&](const Group& group) {
+    const std::string& cell = cellOf((*source_.rows)[group.first], column);
+    return isBlank(cell) || numberOf(cell, isRight(column));
+  });
+}
+
+bool GridModel::isRight(std::size_t column) const {
+  return alignment(column) & Qt::AlignRight;
+}
+
 void GridModel::arrange() {
   std::vector<Group> kept;
   std::copy_if(groups_.begin(), groups_.end(), std::back_inserter(kept), [this](const Group& g) { return isKept(g); });
@@ -141,8 +180,7 @@ void GridModel::arrange() {
     const auto column = static_cast<std::size_t>(sortColumn_);
     std::vector<const std::string*> cells;
     for (const Group& group : kept) cells.push_back(&cellOf((*source_.rows)[group.first], column));
-    const bool numbers = alignment(column) & Qt::AlignRight;
-    const ColumnOrder by(std::move(cells), numbers);
+    const ColumnOrder by(cells, isOfNumbers(column), isRight(column));
     std::vector<std::size_t> order(kept.size());
     std::iota(order.begin(), order.end(), 0);
     std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {

@@ -29,7 +29,8 @@ public:
   struct Source {
     const Rows* rows = nullptr;  // the header row first; it outlives the model's use of it
     std::vector<gljz::Alignment> alignments = {};
-    bool continued = false;  // rows with an empty first cell continue the one above
+    bool continued = false;                // rows with an empty first cell continue the one above
+    std::vector<std::size_t> codes = {0};  // columns whose digits are no amounts
   };
   void setGrid(Source source);
   // Keeps the groups of rows that have one for which it holds; none: all.
@@ -47,7 +48,9 @@ public:
   int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
-  // By the cells of each group's first row: numbers by their value, texts by the language's order. -1: as they came.
+  // By the cells of each group's first row. A column whose cells are all numbers or blank is one of numbers, whatever
+  // its side: by value, the blank ones first; unless it is of codes. Other columns: by the language's order. -1: as
+  // they came.
   void sort(int column, Qt::SortOrder order) override;
 
 private:
@@ -56,6 +59,8 @@ private:
   };
   void arrange();
   bool isKept(const Group& group) const;
+  bool isOfNumbers(std::size_t column) const;
+  bool isRight(std::size_t column) const;
   Qt::Alignment alignment(std::size_t column) const;
 
   Source source_;
@@ -68,8 +73,8 @@ private:
   Qt::SortOrder sortOrder_ = Qt::AscendingOrder;
 };
 
-// Plain number text ("-1234.50") compared by value: negative, 0, positive; nothing when one of them is no number. No
-// amount passes through a floating-point number.
+// Plain number text ("-1234.50", ".50") compared by value: negative, 0, positive; nothing when one of them is no
+// number. Blanks around it count for nothing. No amount passes through a floating-point number.
 std::optional<int> compareNumberTexts(const std::string& a, const std::string& b);
 
 }  // namespace desktop

@@ -15,11 +15,19 @@ public:
 
   GridModel& grid() { return model_; }
   // The grid as a dialog has it: widths, sides, shade. A column is as wide as it is told at least, and wider where its
-  // head or its cells need it.
-  void showGrid(const gljz::Grid& grid, bool continued);
+  // head or its cells need it. codes: columns whose digits are no amounts.
+  void showGrid(const gljz::Grid& grid, bool continued, std::vector<std::size_t> codes = {0});
   void showRows(GridModel::Source source);
   // Said in the middle of a view without rows.
   void setEmptyText(const QString& text) { emptyText_ = text; }
+
+  // Width of the whole view without scrolling to the side.
+  int fullWidth() const;
+  // Takes the room that a view of this width lacks from its widest columns of texts, which then end in an ellipsis and
+  // say the rest in a tool tip. Numbers keep their room, and so do the heads.
+  void fitInto(int width);
+  // As a click on the head of the current column: up, down, as the rows came.
+  void sortByCurrentColumn();
 
   // The selected rows, or all when none is: cells with tabs between, the header row first.
   void copy() const;
@@ -29,9 +37,11 @@ public:
 protected:
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
 
 private:
   void fitColumns(const std::vector<int>& leastWidths);
+  int headWidth(int column) const;
 
   const Texts& texts_;
   GridModel model_;

@@ -65,7 +65,7 @@ void ModalDialog::closeEvent(QCloseEvent* event) {
 }
 
 void ModalDialog::reject() {
-  closeBox();
+  escape();
 }
 
 }  // namespace desktop

@@ -31,6 +31,8 @@ protected:
   virtual void refresh() {}
   // The close box. By default it is a button's: the form decides.
   virtual void closeBox() = 0;
+  // The Escape key; the close box, unless leaving that way would do what nobody expects of it.
+  virtual void escape() { closeBox(); }
   // What a failure in an event procedure does; the default ends the window.
   virtual void failed(std::exception_ptr failure);
 
@@ -40,7 +42,7 @@ protected:
   void showState(QPushButton& button, const gljz::Button& state) const;
 
   void closeEvent(QCloseEvent* event) override;
-  void reject() override;  // the Escape key is the close box
+  void reject() override;
 
 private:
   const gljz::Dialog& form_;

@@ -68,7 +68,7 @@ void ParametersWindow::save() {
   QSaveFile out(shown(file));
   const auto size = static_cast<qint64>(preview_.parameters.size());
   if (!out.open(QIODevice::WriteOnly) || out.write(preview_.parameters.data(), size) != size || !out.commit())
-    ask().complain(this, texts_("Parameters.Save"), shown(file) + ": " + out.errorString());
+    ask().complain(this, texts_("Parameters.Save"), texts_("Export.Failed", {file, utf8(out.errorString())}));
 }
 
 }  // namespace desktop

@@ -17,8 +17,12 @@ constexpr double pointsPerInch = 72;
 
 class PrinterCanvas final : public host::PageCanvas {
 public:
-  PrinterCanvas(std::shared_ptr<QPrinter> printer, const host::CanvasSettings& settings)
-      : printer_(std::move(printer)), width_(settings.width), height_(settings.height) {
+  PrinterCanvas(std::shared_ptr<QPrinter> printer, const host::CanvasSettings& settings, const Texts& texts)
+      : printer_(std::move(printer)),
+        cannotOpen_(utf8(texts("Printer.CannotOpen"))),
+        error_(utf8(texts("Printer.Error"))),
+        width_(settings.width),
+        height_(settings.height) {
     const bool landscape = width_ > height_;
     const QSizeF portrait(std::min(width_, height_), std::max(width_, height_));
     printer_->setPageLayout(QPageLayout(QPageSize(portrait, QPageSize::Point, {}, QPageSize::FuzzyMatch),
@@ -26,7 +30,7 @@ public:
     printer_->setFullPage(true);  // the margins are the layout's
     printer_->setDocName(shown(settings.title));
     for (const std::string& family : settings.fonts) families_ << shown(family);
-    if (!painter_.begin(printer_.get())) throw std::runtime_error("the printer cannot be opened");
+    if (!painter_.begin(printer_.get())) throw std::runtime_error(cannotOpen_);
     scale_ = printer_->resolution() / pointsPerInch;
     painter_.scale(scale_, scale_);
   }
@@ -59,8 +63,7 @@ public:
   }
   void endPage() override { pageEnded_ = true; }
   void finish() override {
-    if (!painter_.end() || printer_->printerState() == QPrinter::Error)
-      throw std::runtime_error("the printer reports an error");
+    if (!painter_.end() || printer_->printerState() == QPrinter::Error) throw std::runtime_error(error_);
   }
   std::size_t unknownCharacters() const override { return 0; }  // the window system finds a font for each
 
@@ -69,7 +72,7 @@ private:
 
   // The last page of a print is followed by none.
   void turnPage() {
-    if (pageEnded_ && !printer_->newPage()) throw std::runtime_error("the printer reports an error");
+    if (pageEnded_ && !printer_->newPage()) throw std::runtime_error(error_);
     pageEnded_ = false;
   }
   QFont fontOf(const host::PageFont& font) const {
@@ -82,6 +85,7 @@ private:
   QFontMetricsF metrics(const host::PageFont& font) const { return QFontMetricsF(fontOf(font), printer_.get()); }
 
   std::shared_ptr<QPrinter> printer_;
+  std::string cannotOpen_, error_;  // what a failure says
   double width_, height_, scale_ = 1;
   QStringList families_;
   QPainter painter_;
@@ -91,8 +95,8 @@ private:
 }  // namespace
 
 std::unique_ptr<host::PageCanvas> newPrinterCanvas(std::shared_ptr<QPrinter> printer,
-                                                   const host::CanvasSettings& settings) {
-  return std::make_unique<PrinterCanvas>(std::move(printer), settings);
+                                                   const host::CanvasSettings& settings, const Texts& texts) {
+  return std::make_unique<PrinterCanvas>(std::move(printer), settings, texts);
 }
 
 }  // namespace desktop

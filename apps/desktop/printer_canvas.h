@@ -12,8 +12,11 @@ struct CanvasSettings;
 
 namespace desktop {
 
-// Sets the printer's paper to the page of the settings. std::runtime_error when it cannot be opened.
+class Texts;
+
+// Sets the printer's paper to the page of the settings. std::runtime_error, in the words of the texts, when it cannot
+// be opened, and later when it reports an error.
 std::unique_ptr<host::PageCanvas> newPrinterCanvas(std::shared_ptr<QPrinter> printer,
-                                                   const host::CanvasSettings& settings);
+                                                   const host::CanvasSettings& settings, const Texts& texts);
 
 }  // namespace desktop

@@ -11,15 +11,14 @@
 #include "texts.h"
 
 namespace desktop {
-namespace {
-
-constexpr int repaintEvery = 40;  // milliseconds
-
-}  // namespace
 
 ProgressWindow::ProgressWindow(QWidget* parent, gljz::FrmJZSN& form, const Texts& texts,
                                std::function<std::int64_t()> rowsWritten)
-    : ModalDialog(parent, form), form_(form), texts_(texts), rowsWritten_(std::move(rowsWritten)) {
+    : ModalDialog(parent, form),
+      form_(form),
+      texts_(texts),
+      rowsWritten_(std::move(rowsWritten)),
+      rowsBefore_(rowsWritten_ ? rowsWritten_() : 0) {
   setWindowTitle(shown(form.Caption()));
   auto* column = newColumn(*this);
 
@@ -56,6 +55,7 @@ ProgressWindow::ProgressWindow(QWidget* parent, gljz::FrmJZSN& form, const Texts
   caption_->setMinimumWidth(460);
   column->addWidget(caption_);
   status_ = new QLabel(this);
+  status_->setObjectName("status");
   status_->setProperty("role", "quiet");
   column->addWidget(status_);
 
@@ -93,13 +93,24 @@ void ProgressWindow::refresh() {
   const QString caption = shown(form_.Label3());
   caption_->setText(caption_->fontMetrics().elidedText(caption, Qt::ElideRight, caption_->minimumWidth()));
   const auto seconds = sinceStart_.elapsed() / 1000;
-  status_->setText(
-      shown(texts_.messages().text("Gljz.Host.Progress.Rows", {std::to_string(rowsWritten_ ? rowsWritten_() : 0)})) +
-      QString("   %1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QChar('0')));
+  const std::int64_t rows = rowsWritten_ ? rowsWritten_() - rowsBefore_ : 0;
+  status_->setText(shown(texts_.messages().text("Gljz.Host.Progress.Rows", {std::to_string(rows)})) +
+                   QString("   %1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QChar('0')));
   if (form_.MousePointer() == hourglassPointer)
     setCursor(Qt::WaitCursor);
   else
     unsetCursor();
+}
+
+void ProgressWindow::paintNow() {
+  refresh();
+  repaint();
+}
+
+// Whoever is told the failure sees how far the run came.
+void ProgressWindow::failed(std::exception_ptr failure) {
+  paintNow();
+  ModalDialog::failed(std::move(failure));
 }
 
 void ProgressWindow::doEvents() {

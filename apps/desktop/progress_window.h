@@ -26,10 +26,15 @@ public:
   // captions a second, the run sets thousands.
   void changed() { dirty_ = true; }
   void doEvents();
+  // Milliseconds between two repaints. 0, for pictures: every change is seen.
+  static inline int repaintEvery = 40;
+  // Shows the form as it is, however recently it was painted: nothing may come behind this that lets events through.
+  void paintNow();
 
 protected:
   void refresh() override;
   void closeBox() override {}  // nothing stops a run from here
+  void failed(std::exception_ptr failure) override;
 
 private:
   struct Line {
@@ -39,6 +44,7 @@ private:
   gljz::FrmJZSN& form_;
   const Texts& texts_;
   std::function<std::int64_t()> rowsWritten_;
+  std::int64_t rowsBefore_;  // written before the run began, by the dialogs in front of it
   QTimer timer_;
   QElapsedTimer sinceStart_, sincePaint_;
   std::array<Line, gljz::FrmJZSN::stepCount> lines_{};

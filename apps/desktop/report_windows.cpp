@@ -2,9 +2,11 @@
 
 #include <QBoxLayout>
 #include <QButtonGroup>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 
 #include "ask.h"
@@ -16,14 +18,18 @@ namespace desktop {
 namespace {
 
 constexpr const char *rightMark = "Y", *wrongMark = "X";  // verdicts in the last column
+constexpr const char *reportFile = "closing-report", *leftOutFile = "left-out";
+constexpr int searchAfter = 150;  // milliseconds behind the last key
+
+// Columns of the grid of left out records whose digits are no amounts: kind and code.
+const std::vector<std::size_t> leftOutCodes = {0, 1};
 
 bool isWrong(const GridModel::Row& row) {
   return !row.empty() && row.back() == wrongMark;
 }
 
 // The view in a frame, and below it a row of buttons that begins with the view's own; the form's follow.
-QHBoxLayout* addGrid(QVBoxLayout& column, GridView& view, const Texts& texts, const QString& title,
-                     const QString& file) {
+QHBoxLayout* addGrid(QVBoxLayout& column, GridView& view, const Texts& texts, std::function<void()> exportRows) {
   auto* window = view.window();
   auto* frame = new QFrame(window);
   frame->setProperty("role", "panel");
@@ -42,9 +48,14 @@ QHBoxLayout* addGrid(QVBoxLayout& column, GridView& view, const Texts& texts, co
     buttons->addWidget(button);
   };
   add("copy", "Copy", [&view] { view.copy(); });
-  add("export", "Export", [&view, title, file] { view.exportRows(title, file); });
+  add("export", "Export", std::move(exportRows));
   buttons->addStretch();
   return buttons;
+}
+
+// As a person reads them: from one to the next with Tab.
+void tabThrough(const std::vector<QWidget*>& places) {
+  for (std::size_t i = 1; i < places.size(); ++i) QWidget::setTabOrder(places[i - 1], places[i]);
 }
 
 // Nothing answers a failure in a button of a closing dialog, and nothing of the run depends on it.
@@ -73,15 +84,35 @@ ReportWindow::ReportWindow(QWidget* parent, gljz::FrmJZBG& form, const gljz::Gri
     if (cell + 1 == row.size() && row.back() == rightMark) return good;
     return std::nullopt;
   });
-  auto* buttons = addGrid(*column, *view_, texts, windowTitle(), "closing-report");
-  addButton(buttons, form.Command1, "Command1", [this] { form_.Command1_Click(); });
-  addButton(buttons, form.command2, "command2", [this] { form_.command2_Click(); });
+  auto* buttons = addGrid(*column, *view_, texts, [this] { exportShown(); });
+  auto* others = addButton(buttons, form.Command1, "Command1", [this] { form_.Command1_Click(); });
+  auto* print = addButton(buttons, form.command2, "command2", [this] { form_.command2_Click(); });
   auto* confirm = addButton(buttons, form.Command3, "Command3", [this] { form_.Command3_Click(); });
   makePrimary(*confirm);
   column->addLayout(buttons);
+  std::vector<QWidget*> order = filters_;
+  order.insert(order.end(), {search_, view_, findChild<QPushButton*>("copy"), findChild<QPushButton*>("export"), others,
+                             print, confirm});
+  tabThrough(order);
   showOnly(Filter::all);
   confirm->setFocus();
-  resize(1180, 660);
+  // As wide as the grid, within the screen.
+  constexpr int ordinary = 1180, height = 660, frame = 2 * windowMargin + 2;
+  resize(std::max(ordinary, std::min(view_->fullWidth() + frame, screen()->availableGeometry().width())), height);
+}
+
+// The verdict is the last column and what the report is looked at for: it is on the screen when the window opens.
+void ReportWindow::showEvent(QShowEvent* event) {
+  ModalDialog::showEvent(event);
+  layout()->activate();
+  view_->fitInto(view_->width());
+}
+
+void ReportWindow::exportShown() {
+  if (filter_ == Filter::leftOut)
+    view_->exportRows(shown(texts_.messages().text("Orvo.GL.TqGLJZ.00011")), leftOutFile);
+  else
+    view_->exportRows(windowTitle(), reportFile);
 }
 
 void ReportWindow::addCounts(QVBoxLayout* column) {
@@ -119,6 +150,7 @@ void ReportWindow::addFilters(QVBoxLayout* column) {
     button->setAutoDefault(false);
     button->setChecked(filter == Filter::all);
     group->addButton(button);
+    filters_.push_back(button);
     connect(button, &QPushButton::clicked, this, [this, filter] { showOnly(filter); });
     row->addWidget(button);
   };
@@ -131,11 +163,39 @@ void ReportWindow::addFilters(QVBoxLayout* column) {
   search_->setPlaceholderText(texts_("Search"));
   search_->setClearButtonEnabled(true);
   search_->setFixedWidth(260);
-  connect(search_, &QLineEdit::textChanged, this, [this](const QString& text) { view_->grid().setSearch(utf8(text)); });
+  search_->installEventFilter(this);
+  searchDelay_.setSingleShot(true);
+  searchDelay_.setInterval(searchAfter);
+  connect(&searchDelay_, &QTimer::timeout, this, [this] { search(); });
+  connect(search_, &QLineEdit::textChanged, this, [this] { searchDelay_.start(); });
   auto* find = new QShortcut(QKeySequence::Find, this);
   connect(find, &QShortcut::activated, search_, [this] { search_->setFocus(); });
   row->addWidget(search_);
   column->addLayout(row);
+}
+
+void ReportWindow::search() {
+  searchDelay_.stop();
+  view_->grid().setSearch(utf8(search_->text()));
+}
+
+// Enter in the search looks at once and goes to what was found; it does not close the report. Escape gives the search
+// up before it gives up the report.
+bool ReportWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == search_ && event->type() == QEvent::KeyPress) {
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+      search();
+      view_->setFocus();
+      return true;
+    }
+    if (key == Qt::Key_Escape && !search_->text().isEmpty()) {
+      search_->clear();
+      search();
+      return true;
+    }
+  }
+  return ModalDialog::eventFilter(watched, event);
 }
 
 void ReportWindow::showOnly(Filter filter) {
@@ -143,11 +203,13 @@ void ReportWindow::showOnly(Filter filter) {
   if (filter == Filter::leftOut) {
     static const gljz::Grid none;
     view_->setEmptyText(texts_("Empty.LeftOut"));
-    view_->showGrid(leftOut_ ? *leftOut_ : none, false);
+    view_->showGrid(leftOut_ ? *leftOut_ : none, false, leftOutCodes);
+    if (isVisible()) view_->fitInto(view_->width());
     return;
   }
   view_->setEmptyText(texts_(filter == Filter::wrong ? "Empty.Wrong" : "Empty.Report"));
   view_->showGrid(form_.Grid1, true);
+  if (isVisible()) view_->fitInto(view_->width());
   if (filter == Filter::wrong) view_->grid().setFilter(isWrong);
 }
 
@@ -172,8 +234,8 @@ LeftOutWindow::LeftOutWindow(QWidget* parent, gljz::FrmNBalance& form, const Tex
   auto* column = newColumn(*this);
   view_->setObjectName("Grid1");
   view_->setEmptyText(texts("Empty.LeftOut"));
-  view_->showGrid(form.Grid1, false);
-  auto* buttons = addGrid(*column, *view_, texts, windowTitle(), "left-out");
+  view_->showGrid(form.Grid1, false, leftOutCodes);
+  auto* buttons = addGrid(*column, *view_, texts, [this] { view_->exportRows(windowTitle(), leftOutFile); });
   addButton(buttons, form.Command1, "Command1", [this] { form_.Command1_Click(); });
   addButton(buttons, form.Command3, "Command3", [this] { form_.Command3_Click(); });
   auto* leave = addButton(buttons, form.Command2, "Command2", [this] { form_.Command2_Click(); });

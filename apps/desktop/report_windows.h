@@ -1,6 +1,8 @@
 #pragma once
 // frmJZBG and frmNBalance on the screen.
 
+#include <QTimer>
+
 #include "dialogs/frm_jzbg.h"
 #include "dialogs/frm_nbalance.h"
 #include "grid_model.h"
@@ -28,8 +30,12 @@ public:
 protected:
   void closeBox() override;
   void failed(std::exception_ptr failure) override;
+  void showEvent(QShowEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+  void exportShown();
+  void search();
   void addCounts(QVBoxLayout* column);
   void addFilters(QVBoxLayout* column);
 
@@ -38,6 +44,8 @@ private:
   const Texts& texts_;
   GridView* view_;
   QLineEdit* search_ = nullptr;
+  QTimer searchDelay_;
+  std::vector<QWidget*> filters_;  // buttons, in their order
   Filter filter_ = Filter::all;
 };
 

@@ -14,19 +14,6 @@
 namespace desktop {
 namespace {
 
-QColor inkOf(host::Grade grade) {
-  switch (grade) {
-    case host::Grade::good:
-      return good;
-    case host::Grade::attention:
-    case host::Grade::stopped:
-      return attention;
-    case host::Grade::failed:
-      break;
-  }
-  return bad;
-}
-
 gljz::Alignment sideOf(host::CellKind kind) {
   if (kind == host::CellKind::verdict) return gljz::Alignment::centred;
   return host::isNumber(kind) ? gljz::Alignment::right : gljz::Alignment::left;
@@ -40,6 +27,19 @@ QString reportFilters() {
 }
 
 }  // namespace
+
+QColor gradeColour(host::Grade grade) {
+  switch (grade) {
+    case host::Grade::good:
+      return good;
+    case host::Grade::attention:
+    case host::Grade::stopped:
+      return attention;
+    case host::Grade::failed:
+      break;
+  }
+  return bad;
+}
 
 ResultWindow::ResultWindow(QWidget* parent, const host::RunResult& result, const Texts& texts)
     : QDialog(parent), result_(result), texts_(texts), model_(host::reportModel(result)) {
@@ -74,7 +74,7 @@ void ResultWindow::addOutcome(QVBoxLayout* column) {
   headline->setObjectName("headline");
   headline->setProperty("role", "title");
   headline->setWordWrap(true);
-  colourText(*headline, inkOf(model_.grade));
+  colourText(*headline, gradeColour(model_.grade));
   column->addWidget(headline);
   QString facts;
   for (const host::ReportFact& fact : model_.facts) {
@@ -123,9 +123,11 @@ void ResultWindow::addTables(QVBoxLayout* column) {
   for (const host::ReportTable& table : model_.tables) {
     GridModel::Rows& rows = rows_.emplace_back();
     std::vector<gljz::Alignment> sides;
+    std::vector<std::size_t> codes;
     rows.emplace_back();
     for (const host::ReportColumn& c : table.columns) {
       rows.front().push_back(c.title);
+      if (c.kind == host::CellKind::code) codes.push_back(sides.size());
       sides.push_back(sideOf(c.kind));
     }
     rows.insert(rows.end(), table.rows.begin(), table.rows.end());
@@ -143,7 +145,7 @@ void ResultWindow::addTables(QVBoxLayout* column) {
       if (cell == verdict && row[verdict] == "Y") return good;
       return std::nullopt;
     });
-    view->showRows({&rows, sides, table.id == "accounts"});
+    view->showRows({&rows, sides, table.id == "accounts", codes});
     inside->addWidget(view, 1);
     for (const std::string& remark : table.remarks) {
       auto* label = new QLabel(shown(remark), page);
@@ -164,7 +166,7 @@ void ResultWindow::save() {
   if (file.empty()) return;
   const auto format = host::reportFormat(file);
   try {
-    if (!format) throw std::runtime_error(file + ": " + std::string(host::reportEndings()));
+    if (!format) throw std::runtime_error(utf8(texts_("Export.Ending", {file, std::string(host::reportEndings())})));
     host::writeReport(file, *format, result_);
   } catch (const std::exception& e) {
     ask().complain(this, texts_("SaveReport"), shown(e.what()));

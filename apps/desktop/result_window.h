@@ -1,6 +1,7 @@
 #pragma once
 // What a run did: the report of the host, page by page.
 
+#include <QColor>
 #include <QDialog>
 #include <vector>
 
@@ -12,6 +13,9 @@ class QVBoxLayout;
 namespace desktop {
 
 class Texts;
+
+// Of a run's outcome.
+QColor gradeColour(host::Grade grade);
 
 class ResultWindow final : public QDialog {
 public:

@@ -2,6 +2,7 @@
 
 #include <QDialog>
 #include <QDir>
+#include <QLabel>
 #include <QListWidget>
 #include <QPixmap>
 #include <QSettings>
@@ -16,6 +17,7 @@
 #include "dialogs/frm_two.h"
 #include "host/demo.h"
 #include "host/form_captions.h"
+#include "progress_window.h"
 #include "report_windows.h"
 #include "selection_windows.h"
 #include "start_window.h"
@@ -23,8 +25,23 @@
 namespace desktop {
 namespace {
 
+// The pictures show the folder that they are about, not where this machine keeps what is temporary.
+class WithinFolder {
+public:
+  explicit WithinFolder(const QString& folder) : before_(QDir::currentPath()) {
+    if (!QDir::setCurrent(folder)) throw std::runtime_error(utf8(folder) + " cannot be entered");
+  }
+  ~WithinFolder() { QDir::setCurrent(before_); }
+  WithinFolder(const WithinFolder&) = delete;
+  WithinFolder& operator=(const WithinFolder&) = delete;
+
+private:
+  QString before_;
+};
+
 class Camera {
 public:
+  // folder: absolute.
   Camera(const std::string& folder, const std::string& language) : folder_(folder), language_(language) {}
 
   void take(QWidget& window, const std::string& name) const {
@@ -49,6 +66,12 @@ void tick(QWidget& window, const std::string& text) {
   auto* list = window.findChild<QListWidget*>("lvCond");
   for (int i = 0; i < list->count(); ++i)
     if (utf8(list->item(i)->text()) == text) list->item(i)->setCheckState(Qt::Checked);
+}
+
+// In the middle of the run: some of the steps are done, and one is under way.
+bool isUnderWay(const QWidget& window) {
+  const auto text = [&](const QString& name) { return window.findChild<QLabel*>(name)->text(); };
+  return text("Label2_3") == "Y" && text("Label2_6").isEmpty();
 }
 
 // The road of a carry-forward with open items by detail, every window on it photographed.
@@ -76,7 +99,8 @@ void tellRoad(Autopilot& pilot, const Camera& camera, StartWindow& start) {
     camera.take(w, "frmSyKmSel");
     press(w, "cmdOK");
   });
-  pilot.then("frmJZSN", [&](QWidget& w) { camera.take(w, "frmJZSN"); });
+  pilot.then(
+      "frmJZSN", [&](QWidget& w) { camera.take(w, "frmJZSN"); }, isUnderWay);
   pilot.then("frmJZBG", [&](QWidget& w) {
     camera.take(w, "frmJZBG");
     press(w, "filterWrong");
@@ -102,14 +126,17 @@ void takeScreenshots(const std::string& folder) {
   if (!QDir().mkpath(shown(folder))) throw std::runtime_error(folder + " cannot be made");
   NobodyToAsk nobody;
   setAsk(&nobody);
+  ProgressWindow::repaintEvery = 0;
+  const std::string album = utf8(QDir(shown(folder)).absolutePath());
   for (const char* language : {"zh-CN", "zh-TW", "en-US"}) {
-    const Camera camera(folder, language);
+    const Camera camera(album, language);
     const QTemporaryDir place;
-    const QString server = place.filePath("gljz-demo");
-    host::createDemo(host::openAnyServer(host::parseServer("embedded:" + utf8(server)), true));
+    const WithinFolder within(place.path());
+    const std::string server = "gljz-demo";
+    host::createDemo(host::openAnyServer(host::parseServer("embedded:" + server), true));
     QSettings settings(place.filePath("settings.ini"), QSettings::IniFormat);
     StartChoice choice;
-    choice.folder = utf8(server);
+    choice.folder = server;
     choice.language = language;
     choice.operatorName = "demo";
     saveChoice(settings, choice);

@@ -18,6 +18,9 @@ public:
 protected:
   void refresh() override;
   void closeBox() override;
+  // The form has no cancelling button, and its close box confirms and stores: the key that stands for giving up
+  // everywhere else does neither.
+  void escape() override {}
 
 private:
   gljz::FrmYeMxSel& form_;

@@ -187,7 +187,6 @@ void StartWindow::setTexts() {
   folder_->setPlaceholderText(t("Place.Embedded"));
   odbc_->setPlaceholderText(t("Place.Odbc"));
   password_->setToolTip(t("Password.Tip"));
-  transGL_->setToolTip(t("TransGL.Tip"));
   transfer_->setToolTip(t("Transfer.Tip"));
   preview_->setToolTip(t("Preview.Tip"));
   for (const auto& [widget, key] : captions_) {

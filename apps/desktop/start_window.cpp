@@ -21,6 +21,8 @@
 #include "dialog_windows.h"
 #include "host/database_server.h"
 #include "host/report_file.h"
+#include "host/usage_error.h"
+#include "odbc/connection_string.h"
 #include "parameters_window.h"
 #include "result_window.h"
 #include "style.h"
@@ -120,7 +122,9 @@ QString StartWindow::reportFile() {
 
 void StartWindow::setLanguage(const std::string& language) {
   texts_ = std::make_unique<Texts>(language);
-  applyFonts(*static_cast<QApplication*>(QApplication::instance()), language);
+  auto& application = *static_cast<QApplication*>(QApplication::instance());
+  applyFonts(application, language);
+  applyToolkitTexts(application, language);
   choose(*language_, shown(language));
   setTexts();
   outcome_->clear();
@@ -130,6 +134,7 @@ void StartWindow::setLanguage(const std::string& language) {
   } else {
     say(*connection_, (*texts_)("NotConnected"), quiet);
     say(*summary_, (*texts_)("Readiness.Unknown"), quiet);
+    enableActions();
   }
 }
 
@@ -174,9 +179,19 @@ void StartWindow::disconnectServer() {
 
 void StartWindow::connectServer() {
   disconnectServer();
+  if (const QString trouble = connectionTrouble(); !trouble.isEmpty()) {
+    say(*connection_, (*texts_)("ConnectFailed", {utf8(trouble)}), bad);
+    return;
+  }
+  // A server that does not answer keeps the window waiting for as long as its driver has patience.
+  const WaitPointer waiting;
+  say(*connection_, (*texts_)("Connecting"), quiet);
+  connection_->repaint();
   try {
     address_ = choice().address(utf8(password_->text()));
     host::ServerPtr server = host::openAnyServer(address_);
+    if (!server->hasDatabase(host::systemDatabase))
+      throw host::UsageError(utf8((*texts_)("Connect.NoSystem", {host::systemDatabase})));
     const auto system = host::openSystem(server, address_);
     accounts_ = host::accountSets(*system);
     server_ = std::move(server);
@@ -185,6 +200,26 @@ void StartWindow::connectServer() {
     say(*connection_, (*texts_)("ConnectFailed", {e.what()}), bad);
   }
   showAccounts();
+}
+
+// The host refuses all of these, too, in the words of the command line.
+QString StartWindow::connectionTrouble() const {
+  const StartChoice chosen = choice();
+  if (chosen.kind == host::ServerAddress::Kind::embedded) {
+    if (chosen.folder.empty()) return (*texts_)("Connect.NoFolder");
+    const QFileInfo folder(shown(chosen.folder));
+    if (!folder.exists()) return (*texts_)("Connect.MissingFolder", {chosen.folder});
+    if (!folder.isDir()) return (*texts_)("Connect.NotAFolder", {chosen.folder});
+    return {};
+  }
+  if (chosen.odbc.empty()) return (*texts_)("Connect.NoText");
+  try {
+    const odbc::ConnectionString text(chosen.odbc);
+    if (!text.find("Driver") && !text.find("DSN") && !text.find("FileDSN")) return (*texts_)("Connect.NoSource");
+  } catch (const std::exception&) {
+    return (*texts_)("Connect.Unreadable");  // what cannot be read may hold a password
+  }
+  return {};
 }
 
 void StartWindow::showAccounts() {
@@ -232,6 +267,7 @@ void StartWindow::look() {
     return enableActions();
   }
   const host::YearPair years{account()->account, yearOf(*closingYear_), yearOf(*newYear_)};
+  const WaitPointer waiting;
   try {
     const auto findings = host::yearReadiness(*server_, address_, years, texts_->messages());
     for (const host::ReadinessFinding& finding : findings) {
@@ -244,9 +280,13 @@ void StartWindow::look() {
     const std::vector<platform::Value> both{years.closingYear, years.newYear};
     say(*summary_, (*texts_)(ready_ ? "Readiness.Good" : "Readiness.Bad", both), ready_ ? good : bad);
   } catch (const std::exception& e) {
-    say(*summary_, shown(e.what()), bad);
+    say(*summary_, (*texts_)("Readiness.Failed", {e.what()}), bad);
   }
   enableActions();
+}
+
+bool StartWindow::inOneDatabase() const {
+  return canCarry() && account()->databaseOf(yearOf(*closingYear_)) == account()->databaseOf(yearOf(*newYear_));
 }
 
 bool StartWindow::canCarry() const {
@@ -257,6 +297,10 @@ bool StartWindow::canCarry() const {
 void StartWindow::enableActions() {
   const bool can = canCarry();
   for (QPushButton* button : {transfer_, transGL_, preview_, look_}) button->setEnabled(can);
+  // Its second connection reads the closing year in the database that the run's transaction holds.
+  const bool oneDatabase = inOneDatabase();
+  if (oneDatabase) transGL_->setEnabled(false);
+  transGL_->setToolTip((*texts_)(oneDatabase ? "TransGL.OneDatabase" : "TransGL.Tip"));
   report_->setEnabled(result_ || QFileInfo::exists(reportFile()));
   connect_->setDefault(!can);
   transfer_->setDefault(can);
@@ -310,6 +354,8 @@ void StartWindow::carry(host::Entry entry) {
   }
   keepReport();
   look();
+  const host::ReportModel report = host::reportModel(*result_);
+  say(*outcome_, shown(report.headline), gradeColour(report.grade));
   ResultWindow(this, *result_, *texts_).exec();
 }
 

@@ -52,6 +52,7 @@ private:
   void setTexts();
   void showKind();
   void disconnectServer();
+  QString connectionTrouble() const;  // what is wrong with the address, as far as it can be seen from here
   void showAccounts();
   void showYears();
   void look();  // whether the years are ready
@@ -66,6 +67,7 @@ private:
   host::CarryForwardOptions options() const;
   const host::AccountSet* account() const;
   bool canCarry() const;
+  bool inOneDatabase() const;  // both years
   void enableActions();
 
   QSettings& settings_;

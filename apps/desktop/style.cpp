@@ -4,10 +4,12 @@
 #include <QBoxLayout>
 #include <QFont>
 #include <QLabel>
+#include <QLibraryInfo>
 #include <QPalette>
 #include <QPushButton>
 #include <QStyle>
 #include <QStyleFactory>
+#include <QTranslator>
 
 namespace desktop {
 namespace {
@@ -76,6 +78,22 @@ void applyFonts(QApplication& application, const std::string& language) {
                     traditional ? "Microsoft JhengHei UI" : "Microsoft YaHei UI", "Noto Sans", "DejaVu Sans"});
   font.setPointSizeF(10);
   application.setFont(font);
+}
+
+void applyToolkitTexts(QApplication& application, const std::string& language) {
+  static QTranslator toolkit;
+  QCoreApplication::removeTranslator(&toolkit);
+  const QString name = language == "zh-CN" ? "qtbase_zh_CN" : language == "zh-TW" ? "qtbase_zh_TW" : "";
+  if (name.isEmpty() || !toolkit.load(name, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) return;
+  application.installTranslator(&toolkit);
+}
+
+WaitPointer::WaitPointer() {
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+}
+
+WaitPointer::~WaitPointer() {
+  QApplication::restoreOverrideCursor();
 }
 
 int pixelsOfTwips(int twips, const QWidget& widget) {

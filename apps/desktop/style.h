@@ -27,6 +27,18 @@ inline constexpr int hourglassPointer = 11;
 void applyStyle(QApplication& application);
 // Which regional forms of the characters come first.
 void applyFonts(QApplication& application, const std::string& language);
+// What the toolkit says itself - in its dialogs for files and printers, on "Yes" and "Cancel" - in the language. Where
+// its translations are not installed it stays with English.
+void applyToolkitTexts(QApplication& application, const std::string& language);
+
+// The wait pointer for as long as something blocks the windows.
+class WaitPointer {
+public:
+  WaitPointer();
+  ~WaitPointer();
+  WaitPointer(const WaitPointer&) = delete;
+  WaitPointer& operator=(const WaitPointer&) = delete;
+};
 
 inline QColor colour(platform::Colour c) {
   return QColor(static_cast<int>(c & 0xFF), static_cast<int>(c >> 8 & 0xFF), static_cast<int>(c >> 16 & 0xFF));

@@ -30,6 +30,21 @@ std::map<std::string, std::string> accountNames(Connection& system) {
   return names;
 }
 
+// The last year that a database has accounts of; nothing when it cannot be asked: whoever wants a year of it is told
+// why.
+std::optional<int> lastYearOf(Connection& system, const std::string& database) {
+  try {
+    std::optional<int> last;
+    readFirst(system, "select max(iyear) from [" + database + "].dbo.code", [&](const Recordset& r) {
+      const Value year = r.Field(std::size_t{0});
+      if (!year.isNull()) last = static_cast<int>(year.asInteger());
+    });
+    return last;
+  } catch (const RunTimeError&) {
+    return std::nullopt;
+  }
+}
+
 // First field of the first row as a Boolean, as the checks read it; `without` when there is no row or it is Null.
 bool flag(Connection& connection, const std::string& statement, bool without) {
   bool value = without;
@@ -147,6 +162,7 @@ std::shared_ptr<Connection> openSystem(const ServerPtr& server, const ServerAddr
 }
 
 std::vector<AccountSet> accountSets(Connection& system) {
+  constexpr int open = 0;  // end of a span without one
   const auto names = accountNames(system);
   std::vector<AccountSet> sets;
   const auto rows = system.OpenRecordset(
@@ -162,13 +178,15 @@ std::vector<AccountSet> accountSets(Connection& system) {
     const int begin = static_cast<int>(rows->Field("iBeginYear").asInteger());
     auto& spans = sets.back().spans;
     const Value end = rows->Field("iEndYear");
-    constexpr int open = 0;
     if (!spans.empty() && spans.back().endYear == open) spans.back().endYear = begin - 1;
     spans.push_back(
         {begin, end.isNull() ? open : static_cast<int>(end.asInteger()), rows->Field("cDatabase").asText()});
   }
-  for (AccountSet& set : sets)
-    if (set.spans.back().endYear < set.spans.back().beginYear) set.spans.back().endYear = set.spans.back().beginYear;
+  for (AccountSet& set : sets) {
+    AccountSet::Span& last = set.spans.back();
+    if (last.endYear == open) last.endYear = lastYearOf(system, last.database).value_or(last.beginYear);
+    last.endYear = std::max(last.endYear, last.beginYear);
+  }
   return sets;
 }
 

@@ -32,8 +32,8 @@ struct AccountSet {
 // A connection to the system database. UsageError when the server has none, or cannot be reached.
 std::shared_ptr<platform::Connection> openSystem(const ServerPtr& server, const ServerAddress& address);
 
-// All that are registered, by account. A span without an end reaches to the next one. RunTimeError for what the server
-// says, here and below.
+// All that are registered, by account. A span without an end reaches to the next one, the last span to the last year
+// that its database has accounts of. RunTimeError for what the server says, here and below.
 std::vector<AccountSet> accountSets(platform::Connection& system);
 
 struct YearPair {

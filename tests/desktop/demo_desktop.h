@@ -33,14 +33,20 @@ public:
   Person() { setAsk(this); }
   ~Person() override { setAsk(nullptr); }
 
-  std::string file;         // the answer to every question for a file; empty: leaves
-  std::string printerFile;  // a printer that writes into this file; empty: there is no printer
+  std::string file;            // the answer to every question for a file; empty: leaves
+  std::string printerFile;     // a printer that writes into this file; empty: there is no printer
+  bool leavesPrinter = false;  // the print dialog
   std::vector<std::string> complaints, opened;
+  std::vector<std::string> proposed;  // names of files
 
-  std::string saveFile(QWidget*, const QString&, const QString&, const QString&) override { return file; }
+  std::string saveFile(QWidget*, const QString&, const QString& name, const QString&) override {
+    proposed.push_back(utf8(name));
+    return file;
+  }
   std::string folder(QWidget*, const QString&, const QString&) override { return file; }
   bool hasPrinters() override { return !printerFile.empty(); }
   std::unique_ptr<QPrinter> printer(QWidget*, const QString&) override {
+    if (leavesPrinter) return nullptr;
     auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
     printer->setOutputFormat(QPrinter::PdfFormat);
     printer->setOutputFileName(shown(printerFile));

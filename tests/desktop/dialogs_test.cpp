@@ -8,6 +8,7 @@
 #include "demo_desktop.h"
 #include "desktop/dialog_windows.h"
 #include "desktop/double_list_view.h"
+#include "desktop/progress_window.h"
 #include "desktop/selection_windows.h"
 #include "dialogs/frm_jzbg.h"
 #include "dialogs/frm_jzsn.h"
@@ -18,6 +19,8 @@ namespace desktop::test {
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
 
 class DoubleListViewTest : public testing::Test {
 protected:
@@ -62,34 +65,71 @@ TEST_F(DoubleListViewTest, WithoutASelectionNothingMoves) {
   EXPECT_TRUE(list_.right().empty());
 }
 
+// A form host that does nothing; shows a form with what it is given.
+class QuietForms final : public platform::FormHost {
+public:
+  QuietForms() {
+    surroundings_.forms = this;
+    platform::setSurroundings(&surroundings_);
+  }
+  ~QuietForms() override { platform::setSurroundings(nullptr); }
+  std::function<void()> show;
+  void ShowModal(platform::Form&) override { show(); }
+  void Changed(platform::Form&) override {}
+  void DoEvents() override {}
+  void ScreenPointer(int) override {}
+  std::string ProgramFolder() const override { return {}; }
+
+private:
+  platform::Surroundings surroundings_;
+};
+
+TEST(ProgressWindow, ShowsTheLastStateHoweverSoonItComes) {
+  const QuietForms forms;
+  const Texts texts("zh-CN");
+  gljz::FrmJZSN form;
+  ProgressWindow window(nullptr, form, texts, {});
+  form.markStep(7);
+  window.changed();
+  window.paintNow();
+  EXPECT_EQ(textOf(window, "Label2_7"), "Y");
+}
+
+TEST(ProgressWindow, CountsTheRowsOfTheRunAlone) {
+  const QuietForms forms;
+  const Texts texts("zh-CN");
+  gljz::FrmJZSN form;
+  std::int64_t rows = 71;  // a dialog in front of the run has stored its choice
+  ProgressWindow window(nullptr, form, texts, [&] { return rows; });
+  EXPECT_THAT(textOf(window, "status"), HasSubstr("0"));
+  EXPECT_THAT(textOf(window, "status"), Not(HasSubstr("71")));
+  rows += 4;
+  window.paintNow();
+  EXPECT_THAT(textOf(window, "status"), HasSubstr("4"));
+  EXPECT_THAT(textOf(window, "status"), Not(HasSubstr("75")));
+}
+
 class QuestionWindowTest : public testing::Test {
 protected:
-  // The answer after a button of that name, or the close box for none.
+  // The answer after a button of that name, "Enter" or "Escape" for the keys, or the close box for none.
   int answerOf(const char* button) {
     gljz::FrmTwo form;
     Autopilot pilot;
     pilot.then("frmTwo", [&](QWidget& w) {
-      if (button)
+      if (button && std::string(button) == "Enter")
+        QTest::keyClick(&w, Qt::Key_Return);
+      else if (button && std::string(button) == "Escape")
+        QTest::keyClick(&w, Qt::Key_Escape);
+      else if (button)
         press(w, button);
       else
         w.close();
     });
     // Where a host shows it, the form is visible until it hides itself.
     QuestionWindow window(nullptr, form, texts_);
-    platform::Surroundings surroundings;
-    struct Host final : platform::FormHost {
-      std::function<void()> show;
-      void ShowModal(platform::Form&) override { show(); }
-      void Changed(platform::Form&) override {}
-      void DoEvents() override {}
-      void ScreenPointer(int) override {}
-      std::string ProgramFolder() const override { return {}; }
-    } forms;
+    QuietForms forms;
     forms.show = [&] { window.showModal(); };
-    surroundings.forms = &forms;
-    platform::setSurroundings(&surroundings);
     form.ShowModal();
-    platform::setSurroundings(nullptr);
     EXPECT_EQ(pilot.failures(), std::vector<std::string>{});
     EXPECT_EQ(pilot.left(), std::vector<std::string>{});
     return form.answer;
@@ -100,7 +140,9 @@ protected:
 TEST_F(QuestionWindowTest, GivesTheNumberOfThePressedButton) {
   EXPECT_EQ(answerOf("Command1"), 1);
   EXPECT_EQ(answerOf("Command2"), 2);
+  EXPECT_EQ(answerOf("Enter"), 1) << "the default button";
   EXPECT_EQ(answerOf(nullptr), 0) << "closing answers nothing";
+  EXPECT_EQ(answerOf("Escape"), 0);
 }
 
 // The simplified Chinese of the message texts is the forms' own design.

@@ -5,7 +5,6 @@
 #include <QClipboard>
 #include <QElapsedTimer>
 #include <QHeaderView>
-#include <QLineEdit>
 #include <QScrollBar>
 #include <QTest>
 #include <fstream>
@@ -14,7 +13,6 @@
 #include "demo_desktop.h"
 #include "desktop/export_rows.h"
 #include "desktop/grid_view.h"
-#include "desktop/report_windows.h"
 
 namespace desktop::test {
 namespace {
@@ -50,6 +48,38 @@ TEST(GridModel, SortsNumbersByValueAndKeepsTheRowsOfAnAccountTogether) {
   EXPECT_THAT(firstCells(model), ElementsAre("2131", "1131", "", "1002", "1001"));
   model.sort(-1, Qt::AscendingOrder);
   EXPECT_THAT(firstCells(model), ElementsAre("1002", "1131", "", "1001", "2131")) << "as they came";
+}
+
+// Amounts as the report has them: no zero before the point, and a zero is one blank.
+TEST(GridModel, SortsTheReportsOwnAmounts) {
+  const GridModel::Rows amounts = {{"科目", "金额"}, {"1", "-.50"},   {"2", "9.00"}, {"3", " "},
+                                   {"4", ".50"},     {"5", "-12.00"}, {"6", ""},     {"7", "10.00"}};
+  GridModel model;
+  model.setGrid({&amounts, {Alignment::left, Alignment::right}});
+  model.sort(1, Qt::AscendingOrder);
+  EXPECT_THAT(firstCells(model), ElementsAre("3", "6", "5", "1", "4", "2", "7"));
+  model.sort(1, Qt::DescendingOrder);
+  EXPECT_THAT(firstCells(model), ElementsAre("7", "2", "4", "1", "5", "3", "6"));
+}
+
+TEST(GridModel, WhatIsANumberIsDecidedByTheCells) {
+  const GridModel::Rows rows = {{"编码", "数量", "批号", "外币"},
+                                {"1131", "9", "12", "900.00 美元"},
+                                {"113101", " ", "A", "-"},
+                                {"1133", "100", "9", "1000.00 欧元"}};
+  GridModel model;
+  model.setGrid({&rows, {Alignment::left, Alignment::left, Alignment::right, Alignment::right}});
+  model.sort(1, Qt::AscendingOrder);
+  EXPECT_THAT(firstCells(model), ElementsAre("113101", "1131", "1133")) << "quantities, though on the left side";
+  model.sort(2, Qt::AscendingOrder);
+  EXPECT_THAT(firstCells(model), ElementsAre("1131", "1133", "113101")) << "texts, though on the right side";
+  model.setFilter([](const GridModel::Row& row) { return row[2] != "A"; });
+  EXPECT_THAT(firstCells(model), ElementsAre("1131", "1133")) << "and texts still when only digits are left";
+  model.setFilter(nullptr);
+  model.sort(3, Qt::AscendingOrder);
+  EXPECT_THAT(firstCells(model), ElementsAre("113101", "1131", "1133")) << "amounts that name their currency";
+  model.sort(0, Qt::AscendingOrder);
+  EXPECT_THAT(firstCells(model), ElementsAre("1131", "113101", "1133")) << "codes by their digits, not by their value";
 }
 
 TEST(GridModel, FiltersAndSearchesWholeAccounts) {
@@ -93,6 +123,10 @@ TEST(CompareNumberTexts, ComparesByValueWithoutRounding) {
   EXPECT_EQ(compareNumberTexts("1.50", "1.5"), 0);
   EXPECT_EQ(compareNumberTexts("007", "7"), 0);
   EXPECT_EQ(compareNumberTexts("922337203685477.5807", "922337203685477.5806"), 1);
+  EXPECT_EQ(compareNumberTexts(".50", "0.5"), 0);
+  EXPECT_EQ(compareNumberTexts(" -.50 ", ".50"), -1);
+  EXPECT_EQ(compareNumberTexts(".", "1"), std::nullopt);
+  EXPECT_EQ(compareNumberTexts(" ", "1"), std::nullopt);
   EXPECT_EQ(compareNumberTexts("1e5", "1"), std::nullopt);
   EXPECT_EQ(compareNumberTexts("", "1"), std::nullopt);
 }
@@ -131,6 +165,37 @@ TEST_F(GridViewTest, CopiesTheSelectedRowsOrAll) {
   view.copy();
   EXPECT_EQ(utf8(QApplication::clipboard()->text()),
             "科目\t名称\t金额\t核对\n1131\t应收\t-12.50\tX\n\t合计\t90.00\t\n");
+}
+
+TEST_F(GridViewTest, SortsByTheCurrentColumnFromTheKeyboard) {
+  GridView view(nullptr, texts_);
+  view.showGrid(grid_, true);
+  view.show();
+  view.setCurrentIndex(view.model()->index(1, 1));
+  QTest::keyClick(&view, Qt::Key_Right);
+  QTest::keyClick(&view, Qt::Key_F8);
+  EXPECT_THAT(firstCells(view.grid()), ElementsAre("2131", "1131", "", "1002", "1001"));
+  EXPECT_EQ(view.currentIndex(), view.model()->index(0, 2)) << "the column stays, at the first row";
+  QTest::keyClick(&view, Qt::Key_F8);
+  EXPECT_THAT(firstCells(view.grid()), ElementsAre("1001", "1002", "1131", "", "2131"));
+  QTest::keyClick(&view, Qt::Key_F8);
+  EXPECT_THAT(firstCells(view.grid()), ElementsAre("1002", "1131", "", "1001", "2131")) << "as they came";
+  EXPECT_THAT(utf8(view.horizontalHeader()->toolTip()), HasSubstr("F8"));
+}
+
+TEST_F(GridViewTest, TakesTheRoomThatIsLackingFromTheTexts) {
+  grid_.rows.push_back({"3131", "A name that is longer than any column of this grid is wide at first", "7.00", "Y"});
+  GridView view(nullptr, texts_);
+  view.showGrid(grid_, true);
+  const int amounts = view.columnWidth(2), codes = view.columnWidth(0);
+  const int room = view.fullWidth() - 120;
+  view.fitInto(room);
+  EXPECT_LE(view.fullWidth(), room);
+  EXPECT_EQ(view.columnWidth(2), amounts) << "no number is cut off";
+  EXPECT_EQ(view.columnWidth(0), codes) << "the widest column gives first";
+  view.fitInto(10);
+  EXPECT_EQ(view.columnWidth(2), amounts);
+  EXPECT_GT(view.columnWidth(1), 20) << "the heads stay to be read";
 }
 
 TEST_F(GridViewTest, ExportsWhatItShows) {
@@ -185,33 +250,6 @@ TEST_F(GridViewTest, AHundredThousandRowsStayAtHand) {
   view.grid().setFilter(isWrong);
   EXPECT_EQ(view.grid().rowCount(), 1000);
   EXPECT_LT(time.restart(), 4000) << "to filter it";
-}
-
-TEST(ReportWindow, FiltersByVerdictAndShowsWhatWasLeftOut) {
-  gljz::FrmJZBG form;
-  form.Grid1.rows = report;
-  form.Grid1.alignments = sides;
-  form.Label2.Caption = "3";
-  form.Label4.Caption = "1";
-  gljz::Grid leftOut;
-  leftOut.rows = {{"类别", "编码", "名称", "原因"}, {"科目", "1901", "待摊", "没有"}, {"客户", "C006", "远图", "没有"}};
-  const Texts texts("zh-CN");
-  ReportWindow window(nullptr, form, &leftOut, texts);
-  window.QWidget::show();
-  auto& view = static_cast<GridView&>(child<QTableView>(window, "Grid1"));
-  EXPECT_EQ(utf8(child<QPushButton>(window, "filterAll").text()), "全部科目（4）");
-  EXPECT_EQ(utf8(child<QPushButton>(window, "filterWrong").text()), "错误（1）");
-  EXPECT_EQ(utf8(child<QPushButton>(window, "filterLeftOut").text()), "未结转的记录（2）");
-  press(window, "filterWrong");
-  EXPECT_THAT(firstCells(view.grid()), ElementsAre("1131", ""));
-  EXPECT_EQ(window.rowsOnScreen().size(), 3u);
-  press(window, "filterLeftOut");
-  EXPECT_THAT(firstCells(view.grid()), ElementsAre("科目", "客户"));
-  EXPECT_EQ(window.rowsOnScreen(), form.Grid1.rows) << "the print is the accounts'";
-  QTest::keyClick(&window, Qt::Key_F, Qt::ControlModifier);
-  press(window, "filterAll");
-  QTest::keyClicks(&child<QLineEdit>(window, "search"), "cash");
-  EXPECT_THAT(firstCells(view.grid()), ElementsAre("1001"));
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <QLineEdit>
 #include <QTest>
+#include <fstream>
 
 #include "demo_desktop.h"
 #include "host/account.h"
@@ -13,6 +14,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Not;
 
 class DesktopStart : public DemoDesktop {};
 
@@ -59,9 +61,67 @@ TEST_F(DesktopStart, SaysWhatIsWrongWithAServer) {
   QTest::keyClicks(&folder, shown(folder_.file("nothing-there")));
   EXPECT_FALSE(child<QPushButton>(start(), "transfer").isEnabled()) << "the years shown were another server's";
   QTest::keyClick(&folder, Qt::Key_Return);
-  EXPECT_THAT(textOf(start(), "connection"), HasSubstr("nothing-there does not exist"));
+  EXPECT_EQ(textOf(start(), "connection"), "连接失败：文件夹 " + folder_.file("nothing-there") + " 不存在。");
   EXPECT_FALSE(start().ready());
   EXPECT_FALSE(child<QPushButton>(start(), "preview").isEnabled());
+  const auto connected = [&](const std::string& place) {
+    folder.setText(shown(place));
+    press(start(), "connect");
+    return textOf(start(), "connection");
+  };
+  EXPECT_EQ(connected(""), "连接失败：请填写存放账套数据库的文件夹。");
+  std::ofstream(folder_.file("file")) << "no folder";
+  EXPECT_EQ(connected(folder_.file("file")), "连接失败：" + folder_.file("file") + " 不是文件夹。");
+  std::filesystem::create_directory(folder_.file("empty"));
+  EXPECT_EQ(connected(folder_.file("empty")), "连接失败：服务器上没有数据库 TqSystem。");
+}
+
+// What stood on the screen while the server was asked.
+class Watcher final : public QObject {
+public:
+  std::vector<std::string> painted;
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const QCursor* pointer = QApplication::overrideCursor();
+    if (event->type() == QEvent::Paint && pointer && pointer->shape() == Qt::WaitCursor)
+      painted.push_back(utf8(static_cast<QLabel*>(watched)->text()));
+    return false;
+  }
+};
+
+TEST_F(DesktopStart, SaysThatItConnectsWhileItDoes) {
+  auto& label = child<QLabel>(start(), "connection");
+  QApplication::processEvents();
+  Watcher watcher;
+  label.installEventFilter(&watcher);
+  press(start(), "connect");
+  EXPECT_THAT(watcher.painted, testing::Contains("正在连接……"));
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+  EXPECT_EQ(textOf(start(), "connection"), "连接成功，账套数：1");
+}
+
+TEST_F(DesktopStart, TheToolkitSpeaksTheLanguageOfTheWindows) {
+  const auto cancel = [] { return utf8(QCoreApplication::translate("QPlatformTheme", "Cancel")); };
+  EXPECT_EQ(utf8(start().windowTitle()), "总账上年结转");
+  EXPECT_EQ(cancel(), "取消");
+  start().setLanguage("en-US");
+  EXPECT_EQ(cancel(), "Cancel");
+  start().setLanguage("zh-TW");
+  EXPECT_EQ(cancel(), "取消");
+  EXPECT_EQ(utf8(QCoreApplication::translate("QPlatformTheme", "Save All")), "全部儲存");
+}
+
+TEST_F(DesktopStart, TransGLIsNotOfferedWithinOneDatabase) {
+  host::createAccount(server(), {"007", "Long", 2001, 2004});
+  EXPECT_TRUE(child<QPushButton>(start(), "transGL").isEnabled());
+  auto& accounts = child<QComboBox>(start(), "account");
+  accounts.setCurrentIndex(accounts.findData("007"));
+  EXPECT_EQ(utf8(child<QComboBox>(start(), "newYear").currentText()), "2004");
+  EXPECT_FALSE(child<QPushButton>(start(), "transGL").isEnabled());
+  EXPECT_TRUE(child<QPushButton>(start(), "transfer").isEnabled());
+  EXPECT_THAT(utf8(child<QPushButton>(start(), "transGL").toolTip()), HasSubstr("同一个数据库"));
+  accounts.setCurrentIndex(accounts.findData("001"));
+  EXPECT_TRUE(child<QPushButton>(start(), "transGL").isEnabled());
+  EXPECT_THAT(utf8(child<QPushButton>(start(), "transGL").toolTip()), testing::StartsWith("TransGL"));
 }
 
 TEST_F(DesktopStart, TakesTheFolderThatIsBrowsedFor) {
@@ -82,7 +142,14 @@ TEST_F(DesktopStart, TellsAnOdbcServerThatCannotBeReached) {
   EXPECT_FALSE(child<QLineEdit>(start(), "folder").isVisible());
   child<QLineEdit>(start(), "odbc").setText("Server=nowhere");
   press(start(), "connect");
-  EXPECT_THAT(textOf(start(), "connection"), HasSubstr("neither a driver"));
+  EXPECT_THAT(textOf(start(), "connection"), HasSubstr("没有指定驱动程序"));
+  const auto connected = [&](const char* text) {
+    child<QLineEdit>(start(), "odbc").setText(text);
+    press(start(), "connect");
+    return textOf(start(), "connection");
+  };
+  EXPECT_EQ(connected(""), "连接失败：请填写连接字符串。");
+  EXPECT_THAT(connected("PWD={secret"), AllOf(HasSubstr("格式不对"), Not(HasSubstr("secret"))));
 }
 
 TEST_F(DesktopStart, OpensTheReportOfAnEarlierStart) {
@@ -163,6 +230,19 @@ TEST_F(Readiness, ListsSpansOfYears) {
   EXPECT_THAT(sets[1].years(), ElementsAre(2001, 2002, 2003, 2004));
   EXPECT_EQ(sets[1].databaseOf(2003), "TqData_007_2001");
   EXPECT_EQ(sets[0].databaseOf(2004), "");
+}
+
+TEST_F(Readiness, TheLastSpanWithoutAnEndReachesToTheLastYearOfItsAccounts) {
+  run("TqSystem", "update UA_AccountDatabase set iEndYear=null");
+  const auto address = host::parseServer("embedded:" + serverFolder());
+  const auto years = [&] { return host::accountSets(*host::openSystem(server(), address)).at(0).years(); };
+  EXPECT_THAT(years(), ElementsAre(2005, 2006));
+  run("TqData_001_2006", "insert into code(iyear, ccode, ccode_name) values(2008, N'1001', N'现金')");
+  EXPECT_THAT(years(), ElementsAre(2005, 2006, 2007, 2008));
+  run("TqData_001_2006", "delete from code");
+  EXPECT_THAT(years(), ElementsAre(2005, 2006)) << "the year that the span begins with, at least";
+  run("TqSystem", "update UA_AccountDatabase set cDatabase='gone' where iBeginYear=2006");
+  EXPECT_THAT(years(), ElementsAre(2005, 2006)) << "what is gone is told where it is needed";
 }
 
 }  // namespace

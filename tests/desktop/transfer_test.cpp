@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <QPainter>
+#include <QScrollBar>
 #include <QTest>
 #include <fstream>
 #include <sstream>
@@ -10,6 +11,7 @@
 #include "core/run_state.h"
 #include "demo_desktop.h"
 #include "desktop/grid_view.h"
+#include "desktop/result_window.h"
 
 namespace desktop::test {
 namespace {
@@ -50,6 +52,9 @@ TEST_F(DesktopTransfer, GoesFromTheStartWindowToTheConfirmedReport) {
   EXPECT_TRUE(result.success);
   EXPECT_FALSE(result.uncaught) << *result.uncaught;
   EXPECT_EQ(result.operatorName, "zhao");
+  EXPECT_EQ(textOf(start(), "outcome"), host::reportModel(result).headline) << "the start window tells it, too";
+  EXPECT_EQ(child<QLabel>(start(), "outcome").palette().color(QPalette::WindowText),
+            gradeColour(host::reportModel(result).grade));
   ASSERT_TRUE(result.report);
   EXPECT_EQ(right, result.report->right);
   EXPECT_EQ(wrong, result.report->wrong);
@@ -308,6 +313,11 @@ TEST_F(DesktopTransfer, EveryDialogSpeaksTheLanguageOfTheRun) {
   pilot.then("frmJZBG", [](QWidget& w) {
     EXPECT_EQ(utf8(w.windowTitle()), "Carry-forward report");
     EXPECT_EQ(utf8(child<QPushButton>(w, "Command3").text()), "Confirm");
+    const GridView& view = grid(w);
+    const int verdict = view.model()->columnCount() - 1;
+    EXPECT_LE(view.columnViewportPosition(verdict) + view.columnWidth(verdict), view.viewport()->width())
+        << "the verdict is on the screen when the window opens";
+    EXPECT_FALSE(view.horizontalScrollBar()->isVisible());
     press(w, "Command1");
     press(w, "Command3");
   });
