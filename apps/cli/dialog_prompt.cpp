@@ -43,19 +43,28 @@ struct SelectionButton {
   std::string_view letter;
   gljz::Button FrmTranCond::*button;
   void (FrmTranCond::*press)();
+  const char* enabledBy;  // key of a switch
 };
 constexpr SelectionButton selectionButtons[] = {
-    {"c", &FrmTranCond::cmdCustomerTran, &FrmTranCond::cmdCustomerTran_Click},
-    {"s", &FrmTranCond::cmdSupTran, &FrmTranCond::cmdSupTran_Click},
-    {"p", &FrmTranCond::cmdSyKmSel, &FrmTranCond::cmdSyKmSel_Click},
+    {"c", &FrmTranCond::cmdCustomerTran, &FrmTranCond::cmdCustomerTran_Click, "GL*CusMXJZ"},
+    {"s", &FrmTranCond::cmdSupTran, &FrmTranCond::cmdSupTran_Click, "GL*SupMXJZ"},
+    {"p", &FrmTranCond::cmdSyKmSel, &FrmTranCond::cmdSyKmSel_Click, "GL*Clear"},
 };
 
 }  // namespace
 
+std::string DialogPrompt::text(const char* key, const std::vector<platform::Value>& arguments) const {
+  return messages_.text(std::string("Gljz.Host.Prompt.") + key, arguments);
+}
+
+void DialogPrompt::endIfInterrupted() {
+  if (held_ && held_->interrupted()) held_->end();
+}
+
 std::optional<std::string> DialogPrompt::answer(const std::string& question) {
   out_ << question << std::flush;
   std::string line;
-  if (!std::getline(in_, line)) {
+  if ((held_ && !held_->waitForInput()) || !std::getline(in_, line)) {
     out_ << "\n";
     return std::nullopt;
   }
@@ -78,22 +87,39 @@ void DialogPrompt::show(const FrmTranCond& form) {
   }
 }
 
+void DialogPrompt::sayWhyDisabled(const FrmTranCond& form, const gljz::Button& button, const char* enabledBy) {
+  const auto index = form.indexOf(enabledBy);
+  out_ << "  "
+       << (index ? text("Disabled", {button.Caption, form.lvCond[*index].text})
+                 : text("DisabledHere", {button.Caption}))
+       << "\n";
+}
+
 void DialogPrompt::conditions(FrmTranCond& form) {
+  held_.emplace();
   for (;;) {
     show(form);
-    const auto line = answer("number: toggle, letter: choose accounts, Enter: " + form.cmdOk.Caption +
-                             ", q: " + form.cmdCancel.Caption + " > ");
+    const auto line = answer(text("Conditions", {form.cmdOk.Caption, form.cmdCancel.Caption}));
     if (!line || *line == "q") return form.cmdCancel_Click();
-    if (line->empty()) return form.cmdOk_Click();
+    if (line->empty()) {
+      form.cmdOk_Click();
+      held_.reset();
+      return;
+    }
     for (const std::string& word : wordsOf(*line)) {
       const auto selection = std::find_if(std::begin(selectionButtons), std::end(selectionButtons),
                                           [&](const SelectionButton& s) { return s.letter == word; });
-      if (selection != std::end(selectionButtons) && (form.*selection->button).Enabled)
-        (form.*selection->press)();
-      else if (const auto index = indexFrom(word, form.lvCond.size()))
+      if (selection != std::end(selectionButtons)) {
+        const gljz::Button& button = form.*selection->button;
+        if (button.Enabled)
+          (form.*selection->press)();
+        else
+          sayWhyDisabled(form, button, selection->enabledBy);
+      } else if (const auto index = indexFrom(word, form.lvCond.size())) {
         form.check(*index, !form.lvCond[*index].checked);
-      else
+      } else {
         complain(word);
+      }
     }
   }
 }
@@ -139,8 +165,7 @@ void DialogPrompt::divideAccounts(gljz::FrmYeMxSel& form) {
   out_ << "\n" << form.Frame1.Caption << "\n" << form.lblNote.Caption << "\n";
   for (;;) {
     show(form.CtlSelList1, form.Label1.Caption, form.Label2.Caption);
-    const auto line =
-        answer("numbers: move, all, none, r: " + form.cmdRefresh.Caption + ", Enter: " + form.cmdOK.Caption + " > ");
+    const auto line = answer(text("Division", {form.cmdRefresh.Caption, form.cmdOK.Caption}));
     if (!line || line->empty()) return form.cmdOK_Click();
     if (*line == "r")
       form.cmdRefresh_Click();
@@ -153,7 +178,7 @@ void DialogPrompt::chooseCleared(gljz::FrmSyKmSel& form) {
   out_ << "\n" << form.Frame1.Caption << "\n" << form.Label3.Caption << "\n";
   for (;;) {
     show(form.CtlSelList1, form.Label1.Caption, form.Label2.Caption);
-    const auto line = answer("numbers: move, all, none, Enter: " + form.cmdOK.Caption + " > ");
+    const auto line = answer(text("Cleared", {form.cmdOK.Caption}));
     if (!line || line->empty()) return form.cmdOK_Click();
     move(form.CtlSelList1, *line);
   }
@@ -173,8 +198,7 @@ void DialogPrompt::closingReport(gljz::FrmJZBG& form) {
     out_ << "\n"
          << form.Caption << "\n  " << form.Label1.Caption << form.Label2.Caption << "  " << form.Label3.Caption
          << form.Label4.Caption << "\n";
-    const auto line = answer("p: " + form.command2.Caption + ", n: " + form.Command1.Caption +
-                             ", Enter: " + form.Command3.Caption + " > ");
+    const auto line = answer(text("Report", {form.command2.Caption, form.Command1.Caption, form.Command3.Caption}));
     if (!line || line->empty()) return form.Command3_Click();
     if (*line == "p")
       press([&] { form.command2_Click(); });
@@ -199,7 +223,7 @@ void DialogPrompt::leftOut(gljz::FrmNBalance& form) {
       for (std::size_t i = 0; i < row.size(); ++i) text += "  " + host::paddedToWidth(row[i], widths[i]);
       out_ << text.erase(text.find_last_not_of(' ') + 1) << "\n";
     }
-    const auto line = answer("p: " + form.Command3.Caption + ", Enter: " + form.Command2.Caption + " > ");
+    const auto line = answer(text("LeftOut", {form.Command3.Caption, form.Command2.Caption}));
     if (!line || line->empty()) return form.Command2_Click();
     if (*line == "p")
       press([&] { form.Command3_Click(); });
@@ -213,7 +237,7 @@ std::string DialogPrompt::printFile(const std::string& dialog) {
   const std::string usual =
       std::string(dialog == "frmNBalance" ? "left-out" : "closing-report") + endings.substr(0, endings.find(','));
   for (;;) {
-    const auto line = answer("file (" + endings + "), Enter: " + usual + ", q > ");
+    const auto line = answer(text("File", {endings, usual}));
     if (!line || *line == "q") return {};
     const std::string file = line->empty() ? usual : *line;
     if (host::PagePrint::canPrint(file)) return file;

@@ -2,13 +2,16 @@
 
 #include <histedit.h>
 #include <langinfo.h>
+#include <poll.h>
 #include <signal.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <clocale>
 #include <cstdio>
 #include <cstring>
+#include <cwchar>
 
 #include "host/display_width.h"
 #include "line_editor.h"
@@ -22,23 +25,31 @@ namespace {
 
 volatile sig_atomic_t interrupted = 0, resized = 0;
 
-// Sets a signal's handler for as long as a line is read. A read that SIGINT meets ends; one that SIGWINCH meets goes
-// on.
+// Sets a signal's handler for as long as a line is read, and lets the signal come only while a key is waited for: one
+// that came in between would be noticed with the next key only.
 class Handler {
 public:
-  Handler(int number, void (*handler)(int), int flags) : number_(number) {
+  Handler(int number, void (*handler)(int)) : number_(number) {
     struct sigaction action {};
     action.sa_handler = handler;
-    action.sa_flags = flags;
     sigaction(number, &action, &before_);
+    sigset_t own;
+    sigemptyset(&own);
+    sigaddset(&own, number);
+    sigprocmask(SIG_BLOCK, &own, &mask_);
   }
-  ~Handler() { sigaction(number_, &before_, nullptr); }
+  ~Handler() {
+    sigaction(number_, &before_, nullptr);
+    sigprocmask(SIG_SETMASK, &mask_, nullptr);
+  }
   Handler(const Handler&) = delete;
   Handler& operator=(const Handler&) = delete;
+  const sigset_t& maskBefore() const { return mask_; }
 
 private:
   int number_;
   struct sigaction before_ {};
+  sigset_t mask_{};
 };
 
 // The editor counts columns by the locale: without UTF-8 a Chinese character would be three strange ones.
@@ -68,6 +79,7 @@ public:
     el_set(editor_.get(), EL_HIST, history, history_.get());
     el_set(editor_.get(), EL_EDITOR, "emacs");
     el_set(editor_.get(), EL_PROMPT, &EditedLines::promptOf);
+    el_set(editor_.get(), EL_GETCFN, &EditedLines::nextCharacter);
     addCompletion();
     const auto bind = [&](const char* keys, const char* command) {
       el_set(editor_.get(), EL_BIND, keys, command, nullptr);
@@ -85,14 +97,10 @@ public:
   End read(const std::string& prompt, std::string& line) override {
     prompt_ = prompt;
     interrupted = 0;
-    const Handler onInterrupt(
-        SIGINT, [](int) { interrupted = 1; }, 0);
-    const Handler onResize(
-        SIGWINCH, [](int) { resized = 1; }, SA_RESTART);
-    if (resized != 0) {
-      resized = 0;
-      el_resize(editor_.get());
-    }
+    const Handler onInterrupt(SIGINT, [](int) { interrupted = 1; });
+    const Handler onResize(SIGWINCH, [](int) { resized = 1; });
+    waitingMask_ = &onInterrupt.maskBefore();
+    resize();
     int count = 0;
     const char* text = el_gets(editor_.get(), &count);
     if (interrupted != 0) {
@@ -128,6 +136,32 @@ private:
 
   static char* promptOf(EditLine* editor) {
     return self(editor).prompt_.data();
+  }
+
+  void resize() {
+    if (resized == 0) return;
+    resized = 0;
+    el_resize(editor_.get());
+  }
+
+  // One character of the terminal, as the library asks for it: 1, 0 at the end, -1 after an interrupt.
+  static int nextCharacter(EditLine* editor, wchar_t* character) {
+    EditedLines& me = self(editor);
+    std::mbstate_t state{};
+    for (;;) {
+      pollfd key{STDIN_FILENO, POLLIN, 0};
+      while (ppoll(&key, 1, nullptr, me.waitingMask_) < 0) {
+        if (errno != EINTR || interrupted != 0) return -1;
+        me.resize();
+      }
+      char byte = 0;
+      const ssize_t n = ::read(STDIN_FILENO, &byte, 1);
+      if (n <= 0) return n == 0 ? 0 : -1;
+      const std::size_t used = std::mbrtowc(character, &byte, 1, &state);
+      if (used == static_cast<std::size_t>(-2)) continue;  // more bytes of it are to come
+      if (used != static_cast<std::size_t>(-1)) return 1;
+      state = {};  // no character: what comes next may be one
+    }
   }
 
   static bool inWord(char c) {
@@ -177,6 +211,7 @@ private:
   };
   std::unique_ptr<History, EndHistory> history_;
   std::unique_ptr<EditLine, EndEditor> editor_;
+  const sigset_t* waitingMask_ = nullptr;  // of the signals that wait, while a line is read
   std::string prompt_;
   Completer completer_;
 };

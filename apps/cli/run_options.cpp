@@ -135,23 +135,24 @@ int runAndReport(const Arguments& a, host::CarryForwardOptions forward, Dialogs 
   fill(a, forward);
   const bool json = a.oneOf("--format", {"text", "json"}) == "json";
   const auto report = a.text("--report");
-  const auto format = report ? std::optional(reportFormat(*report)) : std::nullopt;
+  const auto format = report ? reportFormat(*report) : host::ReportFormat::text;
   if (report) requireWritable(*report);
   const auto progress = makeProgress(a.has("--quiet"), forward.language);
   forward.progress = progress.get();
-  DialogPrompt prompt(std::cin, std::cerr);
+  DialogPrompt prompt(std::cin, std::cerr, forward.language);
   if (dialogs == Dialogs::asked && !forward.parameters && !forward.choices.any() && !a.has("--quiet") &&
       inputIsTerminal() && errorIsTerminal())
     forward.dialogs = &prompt;
 
   const host::RunResult result = host::carryForward(forward);
+  prompt.endIfInterrupted();
   if (json)
     std::fputs(host::runReportJson(result).c_str(), stdout);
   else if (!a.has("--quiet"))
     std::fputs(host::runReportText(result).c_str(), stdout);
   std::fflush(stdout);
   if (report) try {
-      host::writeReport(*report, *format, result);
+      host::writeReport(*report, format, result);
     } catch (const std::exception& e) {
       complain(e.what());
     }

@@ -44,6 +44,19 @@ private:
   void (*before_)(int) = SIG_DFL;
 };
 
+// Between a line that was read and the batch that it begins, Ctrl-C does nothing: it must not end the program that is
+// about to say what a batch has done.
+class PassOverInterrupt {
+public:
+  PassOverInterrupt() : before_(std::signal(SIGINT, [](int) {})) {}
+  ~PassOverInterrupt() { std::signal(SIGINT, before_); }
+  PassOverInterrupt(const PassOverInterrupt&) = delete;
+  PassOverInterrupt& operator=(const PassOverInterrupt&) = delete;
+
+private:
+  void (*before_)(int);
+};
+
 // The line of the batch that the failure names, with a mark below the place. Empty where the place is another text's,
 // a procedure's for one.
 std::string placeOf(const tsql::SqlError& e, const std::string& batch) {
@@ -68,6 +81,7 @@ public:
   }
 
   int run() {
+    const PassOverInterrupt guard;
     std::fprintf(stderr, "Batches run at GO on a line of its own; :help lists the commands.\n");
     std::string line;
     for (;;) {

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "host/amount_text.h"
 #include "host/json_text.h"
 
 namespace host {
@@ -13,19 +14,7 @@ std::string own(const Messages& messages, const char* key, const std::vector<pla
   return messages.text(std::string("Gljz.Host.") + key, arguments);
 }
 
-// At least two decimals; more where the ledger has them.
-std::string amountText(Money amount) {
-  constexpr std::size_t decimals = 2;
-  std::string text = amount.text();
-  std::size_t point = text.find('.');
-  if (point == std::string::npos) {
-    point = text.size();
-    text += '.';
-  }
-  while (text.size() - point <= decimals) text += '0';
-  return text;
-}
-std::string amountText(const std::optional<Money>& amount) {
+std::string optionalText(const std::optional<Money>& amount) {
   return amount ? amountText(*amount) : std::string();
 }
 
@@ -91,8 +80,8 @@ ReportTable bankTable(const std::vector<BankCarry>& accounts, const Messages& me
                     {own(messages, "Bank.Explained")}};
   for (const BankCarry& carry : accounts)
     table.rows.push_back({carry.account, carry.name, carry.currency, amountText(carry.closingBalance),
-                          amountText(carry.ledgerBalance), std::to_string(carry.lines.carried),
-                          amountText(carry.bankBalance), std::to_string(carry.statements.carried),
+                          optionalText(carry.ledgerBalance), std::to_string(carry.lines.carried),
+                          optionalText(carry.bankBalance), std::to_string(carry.statements.carried),
                           carry.cheques ? std::to_string(carry.cheques->carried) : "-",
                           carry.findings().empty() ? "Y" : "X", remark(carry, messages)});
   return table;

@@ -15,9 +15,11 @@
 #include "dialogs/frm_sy_km_sel.h"
 #include "dialogs/frm_tran_cond.h"
 #include "host/account_directory.h"
+#include "host/account_division.h"
 #include "host/components.h"
 #include "host/database_server.h"
 #include "host/journal_connection.h"
+#include "host/left_out.h"
 #include "host/login.h"
 #include "host/messages.h"
 #include "host/program_folder.h"
@@ -149,7 +151,29 @@ private:
     answers.dialogs = options_.dialogs ? options_.dialogs : &answers_;
     answers.printing = &printing_;
     answers.rowsWritten = [this] { return journal_->rowsWritten(); };
+    answers.conditionsBegin = [this] { rememberDivision(); };
+    answers.conditionsLeft = [this](bool interrupted) { settleDivision(interrupted); };
     return answers;
+  }
+
+  // Intended: an account set without the table, which cannot be remembered, can be asked all the same.
+  void rememberDivision() noexcept {
+    try {
+      division_.emplace(server_, newDatabase_);
+    } catch (const std::exception&) {
+      division_.reset();
+    }
+  }
+  // Who interrupts the program expects that nothing has happened. Who leaves the conditions has confirmed the division
+  // in a dialog of its own, and the system keeps it.
+  void settleDivision(bool interrupted) noexcept {
+    try {
+      if (!division_ || !division_->hasChanged()) return;
+      if (!interrupted) return journal_->note("the division of accounts that was confirmed stays stored");
+      division_->putBack();
+    } catch (const std::exception& e) {
+      journal_->note(std::string("the division of accounts could not be put back as it was: ") + e.what());
+    }
   }
 
   std::shared_ptr<Connection> plainConnection() { return server_->newConnection(); }
@@ -270,19 +294,64 @@ private:
     if (!result.success && !result.uncaught) result.stop = stopOf(result);
     result.steps = forms_.steps();
     result.report = forms_.report();
+    result.conditionsLeft = forms_.conditionsLeft() && !result.uncaught;
     result.prints = printing_.outcomes();
     if (gljz::frmNBalance.isLoaded()) {
       const auto& rows = gljz::frmNBalance().Grid1.rows;
       if (rows.size() > 1) result.notCarried.assign(rows.begin() + 1, rows.end());
+    }
+    const bool carried = result.success && !result.uncaught;
+    if (carried) {
+      noteUndivided(result.parameters);
+      result.balance = yearBalance(result.notCarried);
     }
     journal_->finish();
     result.tables = journal_->tables();
     result.stages = journal_->stages();
     result.failures = journal_->failures();
     result.notes = journal_->notes();
-    if (result.success && !result.uncaught) result.bank = bankCarry();
+    if (carried) result.bank = bankCarry();
     for (const auto& prompt : journal_->prompts()) result.notes.push_back(prompt.text);
     result.statements = journal_->statementCount();
+  }
+
+  bool isTicked(const std::string& parameters, const std::string& key) const {
+    const auto document = xml_->NewDocument();
+    const auto root = document->LoadText(parameters) ? document->Root() : nullptr;
+    if (!root) return false;
+    const auto rows = root->Select("Parameter");
+    return std::any_of(rows.begin(), rows.end(), [&](const auto& row) {
+      return row->Attribute("ID") == key && row->Attribute("Check") == "True";
+    });
+  }
+  // The tick alone carries no detail of customers and suppliers: how they are carried is what their dialog decides,
+  // and a run that was not asked for it carries neither detail nor says a word.
+  void noteUndivided(const std::string& parameters) {
+    const gljz::RunState& run = gljz::run;
+    const auto note = [&](const char* who, const char* option) {
+      journal_->note(
+          std::string("accounts were not divided: no open items of ") + who +
+          " were carried, though they were ticked; the selection button of the conditions divides them, or " + option);
+    };
+    if (run.m_bCusPresent && run.m_iCusMode == 0 && !forms_.divided(true) && isTicked(parameters, "GL*CusMXJZ"))
+      note("customers", "--customer-detail");
+    if (run.m_bSupPresent && run.m_iSupMode == 0 && !forms_.divided(false) && isTicked(parameters, "GL*SupMXJZ"))
+      note("suppliers", "--supplier-detail");
+  }
+
+  // As the bank below.
+  std::optional<YearBalance> yearBalance(const std::vector<std::vector<std::string>>& notCarried) {
+    const gljz::RunState& run = gljz::run;
+    YearBalanceQuestion question{run.m_strLastDB, options_.closingYear, options_.newYear, {}};
+    for (const auto& row : notCarried)
+      if (isAccountLeftOut(row, *messages_)) question.leftOut.insert(row[1]);
+    try {
+      const auto connection = plainConnection();
+      connection->ConnectionOpen(connectionText(run.m_strCurDB, options_.server));
+      return readYearBalance(*connection, question);
+    } catch (const RunTimeError&) {
+      return std::nullopt;
+    }
   }
   // For the report alone, on a connection that the journal does not see. The stage is known by what it calls itself.
   std::optional<std::vector<BankCarry>> bankCarry() {
@@ -325,6 +394,7 @@ private:
   FormHost forms_;
   platform::Surroundings surroundings_;
   std::string account_, newDatabase_;
+  std::optional<AccountDivision> division_;
   std::shared_ptr<platform::Login> login_;
   std::shared_ptr<platform::ZwPubCls> services_;
 };

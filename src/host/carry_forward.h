@@ -20,6 +20,7 @@
 #include "host/form_host.h"
 #include "host/journal.h"
 #include "host/printing.h"
+#include "host/year_balance.h"
 
 namespace host {
 
@@ -62,11 +63,14 @@ struct RunResult {
   std::string errMsg;        // the entry's message slot
   std::string parameters;    // the parameter text that was used
   std::optional<Stop> stop;  // a check ended the run
+  bool conditionsLeft =
+      false;  // a person left the conditions; message, errMsg and stop are what the system makes of it
   std::optional<std::string> uncaught;
   std::vector<Step> steps;
   std::optional<ClosingReport> report;
   std::vector<std::vector<std::string>> notCarried;  // rows of the imbalance grid without the header
   std::vector<Journal::Table> tables;
+  std::optional<YearBalance> balance;          // nothing when the year was not carried or it cannot be read
   std::optional<std::vector<BankCarry>> bank;  // nothing when the run did not come to the bank or it cannot be read
   std::vector<Journal::Stage> stages;
   std::vector<Journal::Failure> failures;

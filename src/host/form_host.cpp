@@ -1,5 +1,6 @@
 #include "host/form_host.h"
 
+#include "core/run_state.h"
 #include "dialogs/frm_jzbg.h"
 #include "dialogs/frm_jzsn.h"
 #include "dialogs/frm_nbalance.h"
@@ -52,21 +53,13 @@ CanvasMaker DialogView::printer(const std::string&) {
 void FormHost::ShowModal(platform::Form& form) {
   shown_.emplace_back(form.Name());
   if (auto* progressForm = dynamic_cast<gljz::FrmJZSN*>(&form)) {
-    const StepReader reader(*progressForm, steps_);
-    lastBegan_.clear();
-    lastCaption_ = progressForm->Label3();
-    steps_.assign(gljz::FrmJZSN::stepCount, {});
-    if (answers_.progress) answers_.progress->began(stepTexts(*progressForm), answers_.rowsWritten);
-    if (answers_.dialogs)
-      answers_.dialogs->run(*progressForm);
-    else if (progressForm->Timer1_Enabled())
-      progressForm->Timer1_Timer();
-    if (answers_.progress) answers_.progress->ended();
+    run(*progressForm);
   } else if (auto* conditions = dynamic_cast<gljz::FrmTranCond*>(&form)) {
     answerConditions(*conditions);
   } else if (auto* division = dynamic_cast<gljz::FrmYeMxSel*>(&form)) {
     if (answers_.dialogs) answers_.dialogs->divideAccounts(*division);
     division->Form_QueryUnload();
+    (division->iType == gljz::FrmYeMxSel::customers ? dividedCustomers_ : dividedSuppliers_) = true;
   } else if (auto* cleared = dynamic_cast<gljz::FrmSyKmSel*>(&form)) {
     if (answers_.dialogs) answers_.dialogs->chooseCleared(*cleared);
     if (cleared->visible()) gljz::frmSyKmSel.unload();
@@ -80,12 +73,37 @@ void FormHost::ShowModal(platform::Form& form) {
   }
 }
 
+void FormHost::run(gljz::FrmJZSN& form) {
+  // However the run ends: a sink that is not told may go on drawing over what a terminal shows next.
+  struct Ended {
+    ProgressSink* sink;
+    ~Ended() {
+      if (sink != nullptr) sink->ended();
+    }
+  };
+  const StepReader reader(form, steps_);
+  lastBegan_.clear();
+  lastCaption_ = form.Label3();
+  steps_.assign(gljz::FrmJZSN::stepCount, {});
+  if (answers_.progress) answers_.progress->began(stepTexts(form), answers_.rowsWritten);
+  const Ended ended{answers_.progress};
+  if (answers_.dialogs)
+    answers_.dialogs->run(form);
+  else if (form.Timer1_Enabled())
+    form.Timer1_Timer();
+}
+
 void FormHost::answerConditions(gljz::FrmTranCond& form) {
-  if (answers_.conditions)
-    answers_.conditions();
-  else if (answers_.dialogs)
+  const bool asked = !answers_.conditions && answers_.dialogs;
+  if (answers_.conditions) answers_.conditions();
+  if (asked) {
+    if (answers_.conditionsBegin) answers_.conditionsBegin();
     answers_.dialogs->conditions(form);
+  }
   if (form.visible()) gljz::frmTranCond.unload();
+  if (!asked || !gljz::run.m_strCondXml.empty()) return;
+  conditionsLeft_ = true;
+  if (answers_.conditionsLeft) answers_.conditionsLeft(answers_.dialogs->interrupted());
 }
 
 void FormHost::showReport(gljz::FrmJZBG& form) {

@@ -52,6 +52,8 @@ public:
   virtual void divideAccounts(gljz::FrmYeMxSel& form) = 0;
   virtual void chooseCleared(gljz::FrmSyKmSel& form) = 0;
 
+  // The program was interrupted at the conditions and ends as soon as they have returned.
+  virtual bool interrupted() const { return false; }
   // Shows the list of steps and fires the form's timer, which is the run.
   virtual void run(gljz::FrmJZSN& form);
   virtual void question(gljz::FrmTwo&) {}
@@ -85,6 +87,10 @@ struct FormAnswers {
   DialogView* dialogs = nullptr;                   // may be null: the dialogs are closed at once
   Printing* printing = nullptr;                    // may be null: nothing is printed that nobody asks for
   std::function<std::int64_t()> rowsWritten = {};  // by the run so far
+  // A person is about to answer the conditions; what the dialogs behind them store can be remembered here.
+  std::function<void()> conditionsBegin = {};
+  // The person has left them; interrupted: the program with them.
+  std::function<void(bool interrupted)> conditionsLeft = {};
 };
 
 class FormHost final : public platform::FormHost {
@@ -107,9 +113,15 @@ public:
   const std::vector<Step>& steps() const { return steps_; }
   const std::vector<std::string>& shown() const { return shown_; }        // names, in order
   const std::optional<ClosingReport>& report() const { return report_; }  // nullopt when it was not shown
+  // The conditions were left and there is no parameter text: not even that of an earlier run, with which the run would
+  // go on.
+  bool conditionsLeft() const { return conditionsLeft_; }
+  // Whether the accounts of customers (or else suppliers) were divided.
+  bool divided(bool customers) const { return customers ? dividedCustomers_ : dividedSuppliers_; }
 
 private:
   void answerConditions(gljz::FrmTranCond& form);
+  void run(gljz::FrmJZSN& form);
   void showReport(gljz::FrmJZBG& form);
   void showLeftOut(gljz::FrmNBalance& form);
   void follow(const platform::Form& form);
@@ -119,6 +131,7 @@ private:
   std::vector<std::string> shown_;
   std::optional<ClosingReport> report_;
   std::string lastBegan_, lastCaption_;
+  bool conditionsLeft_ = false, dividedCustomers_ = false, dividedSuppliers_ = false;
 };
 
 }  // namespace host

@@ -8,7 +8,6 @@
 #include "host/json_text.h"
 #include "host/usage_error.h"
 #include "platform/value.h"
-#include "settings/other_tables_sql.h"
 
 namespace host {
 namespace {
@@ -72,14 +71,13 @@ void Journal::traceTo(const std::string& file) {
   trace_ = std::move(out);
 }
 
-// The stage that the run variables name now. A step has one text, so that comparing it with the last one is enough
-// nearly always.
+// A step has one text, so that comparing it with the last one is enough nearly always.
 std::size_t Journal::currentStage() {
-  const std::string& name = gljz::run.m_strFuncDesc;
+  const std::string_view name = stageWatch_.stage(gljz::run.m_strFuncDesc);
   if (stage_ < stages_.size() && stages_[stage_].name == name) return stage_;
   for (stage_ = 0; stage_ < stages_.size(); ++stage_)
     if (stages_[stage_].name == name) return stage_;
-  stages_.push_back({name});
+  stages_.push_back({std::string(name)});
   return stage_;
 }
 
@@ -91,7 +89,8 @@ Journal::Table& Journal::table(std::string_view name) {
   return *lastTable_;
 }
 
-Journal::Statement Journal::begin(Role role, const char* operation) {
+Journal::Statement Journal::begin(Role role, const char* operation, std::string_view text) {
+  stageWatch_.statement(role, text, gljz::run.m_strFuncDesc);
   return {role, operation, ++count_, currentStage(), std::chrono::steady_clock::now()};
 }
 
@@ -101,19 +100,21 @@ void Journal::end(const Statement& statement, std::string_view text, std::int64_
   ++stage.statements;
   stage.milliseconds += milliseconds;
   if (!text.empty()) lastStatement_.assign(text.substr(0, maxStatementText));
+  settings_.statement(statement.role, text, failures_.size());
   if (rows > 0) {
     StatementHead head = statementHead(text);
     if (head.kind == StatementHead::Kind::insert)
       rows = rowsOfBatch(text, rows);
     else
       head = lastChangeHead(text);
-    if (!head.table.empty() && !head.temporary) {
+    if (!head.table.empty() && !head.temporary) {  // work tables are no result: neither here nor of the stage
       Table& t = table(head.table);
+      if (head.kind == StatementHead::Kind::insert || head.kind == StatementHead::Kind::update)
+        stage.rowsWritten += rows;
       if (head.kind == StatementHead::Kind::insert) t.inserted += rows;
       if (head.kind == StatementHead::Kind::update) t.updated += rows;
       if (head.kind == StatementHead::Kind::erase) t.deleted += rows;
     }
-    if (head.kind == StatementHead::Kind::insert || head.kind == StatementHead::Kind::update) stage.rowsWritten += rows;
   }
   if (trace_) traceLine(statement, text, rows, milliseconds, nullptr);
 }
@@ -124,7 +125,7 @@ void Journal::opened(Statement& statement, std::string_view text) {
   ++stage.statements;
   stage.milliseconds += statement.milliseconds;
   lastStatement_.assign(text.substr(0, maxStatementText));
-  watchSettings(statement, text);
+  settings_.statement(statement.role, text, failures_.size());
 }
 
 void Journal::fail(const Statement& statement, std::string_view text, const std::exception& failure) {
@@ -133,7 +134,7 @@ void Journal::fail(const Statement& statement, std::string_view text, const std:
   ++stage.statements;
   stage.milliseconds += milliseconds;
   if (!text.empty()) lastStatement_.assign(text.substr(0, maxStatementText));
-  watchSettings(statement, text);
+  settings_.statement(statement.role, text, failures_.size());
   // Unless the system's own handler reports it.
   if (const auto meaning = expectedFailure(statement.role, text, failure)) {
     if (!meaning->empty()) note(std::string(*meaning));
@@ -144,27 +145,20 @@ void Journal::fail(const Statement& statement, std::string_view text, const std:
   if (trace_) traceLine(statement, text, -1, milliseconds, &failure);
 }
 
-void Journal::watchSettings(const Statement& statement, std::string_view text) {
-  static const std::string first = gljz::other_tables_sql::selectAll("GL_bautotran");
-  if (statement.role != Role::newYear || text != first) return;
-  settings_ = Settings{stages_[statement.stage].name, failures_.size()};
-}
-
 // The stage of the settings tables keeps its failures to itself, and one that no statement is to blame for (a column
 // that the closing year lacks) is seen by nobody. That the stage did not come to its end shows all the same.
 void Journal::finish() {
-  if (settings_ && !settings_->siblingAsked) {
-    const char* text = "the settings tables were not carried to the end";
-    if (failures_.size() == settings_->failuresBefore)
-      addFailure(settings_->stage, "", text);
+  if (const auto text = settings_.brokeOff()) {
+    if (failures_.size() == settings_.failuresBefore())
+      addFailure(std::string(StageWatch::settingsTables), "", *text);
     else
-      note(text);
+      note(*text);
   }
   for (std::string& text : missing_.notes()) note(std::move(text));
 }
 
 void Journal::siblingAsked() {
-  if (settings_) settings_->siblingAsked = true;
+  settings_.ended();
 }
 
 void Journal::missing(MissingCodes::Kind kind, std::string_view code, std::string_view itemClass) {
@@ -172,6 +166,7 @@ void Journal::missing(MissingCodes::Kind kind, std::string_view code, std::strin
 }
 
 void Journal::selectionWasEmpty(const Statement& statement, std::string_view text) {
+  settings_.selectionWasEmpty(statement.role, text);
   if (!gljz::run.m_bManual && statement.role == Role::newYear) missing_.selectionWasEmpty(text);
 }
 
@@ -183,8 +178,8 @@ void Journal::rowsRead(const Statement& statement, std::string_view text, std::s
 }
 
 void Journal::rowWritten(std::size_t stage, std::string_view tableName, bool inserted) {
-  ++stages_[stage].rowsWritten;
   if (tableName.empty()) return;
+  ++stages_[stage].rowsWritten;
   Table& t = table(tableName);
   ++(inserted ? t.inserted : t.updated);
 }
@@ -192,15 +187,20 @@ void Journal::rowWritten(std::size_t stage, std::string_view tableName, bool ins
 void Journal::transactionBegun() {
   sawTransaction_ = inTransaction_ = true;
   tablesBefore_ = tables_;
+  rowsBefore_.clear();
+  for (const Stage& stage : stages_) rowsBefore_.push_back(stage.rowsWritten);
 }
 
 void Journal::transactionEnded(bool committed) {
-  if (inTransaction_ && !committed)
+  if (inTransaction_ && !committed) {
     for (auto& [name, t] : tables_) {
       const auto before = tablesBefore_.find(name);
       const Table old = before == tablesBefore_.end() ? Table{} : before->second;
       t.inserted = old.inserted, t.updated = old.updated, t.deleted = old.deleted;
     }
+    for (std::size_t i = 0; i < stages_.size(); ++i)
+      stages_[i].rowsWritten = i < rowsBefore_.size() ? rowsBefore_[i] : 0;
+  }
   inTransaction_ = false;
 }
 
@@ -212,8 +212,7 @@ void Journal::addFailure(const std::string& stage, std::string_view statement, c
 }
 
 void Journal::serviceFailed(const char* operation, std::string_view argument, const std::exception& failure) {
-  addFailure(stages_.empty() ? std::string() : stages_[currentStage()].name,
-             std::string(operation) + "(" + std::string(argument) + ")", failure.what());
+  addFailure(currentStageName(), std::string(operation) + "(" + std::string(argument) + ")", failure.what());
   pendingFailure_ = failure.what();
 }
 
@@ -229,12 +228,12 @@ void Journal::prompted(const std::string& text) {
 void Journal::handled(const std::exception& failure) {
   // A statement's failure was written down when it was thrown; the handler is told of the same one later.
   if (pendingFailure_ == failure.what()) return pendingFailure_.clear();
-  addFailure(gljz::run.m_strFuncDesc, gljz::run.m_strLastSql, failure.what());
+  addFailure(currentStageName(), gljz::run.m_strLastSql, failure.what());
 }
 
 void Journal::stageFailed() {
   if (!pendingFailure_.empty()) return pendingFailure_.clear();
-  addFailure(gljz::run.m_strFuncDesc, gljz::run.m_strLastSql, "the stage ended early");
+  addFailure(currentStageName(), gljz::run.m_strLastSql, "the stage ended early");
 }
 
 void Journal::note(std::string text) {

@@ -5,7 +5,9 @@
 //   auto connection = journalConnection(journal, embedded::makeConnection(), Role::other);
 //
 // The decorators (journal_connection.h, journal_services.h) tell it of every statement; it changes nothing. A stage is
-// what the run variable m_strFuncDesc says at the time of a statement. One journal belongs to one run and one thread.
+// what the run variable m_strFuncDesc says at the time of a statement, but for the work that it does not name: what
+// runs before it says anything, the settings tables and the verification have stages of the journal's own
+// (stage_watch.h). One journal belongs to one run and one thread.
 
 #include <chrono>
 #include <cstdint>
@@ -19,12 +21,12 @@
 #include <vector>
 
 #include "host/missing_codes.h"
+#include "host/settings_watch.h"
+#include "host/stage_watch.h"
 #include "host/statement_head.h"
 #include "platform/value.h"
 
 namespace host {
-
-enum class Role { newYear, closingYear, privateConnection };
 
 class Journal {
 public:
@@ -62,7 +64,7 @@ public:
     std::chrono::steady_clock::time_point start;
     double milliseconds = 0;  // that an open took, without the walk through the rows
   };
-  Statement begin(Role role, const char* operation);
+  Statement begin(Role role, const char* operation, std::string_view text);
   // rows: changed by an execute, -1 unknown.
   void end(const Statement& statement, std::string_view text, std::int64_t rows);
   void opened(Statement& statement, std::string_view text);  // its trace line is written by rowsRead
@@ -73,7 +75,7 @@ public:
                 bool carried);
   void rowWritten(std::size_t stage, std::string_view table, bool inserted);
 
-  // The transaction of the run: what was counted in it goes when it is undone.
+  // The transaction of the run: the rows that were counted as written in it go when it is undone.
   void transactionBegun();
   void transactionEnded(bool committed);
   bool sawTransaction() const { return sawTransaction_; }
@@ -119,14 +121,16 @@ private:
   using Tables = std::map<std::string, Table, LessNoCase>;
 
   std::size_t currentStage();
+  const std::string& currentStageName() { return stages_[currentStage()].name; }
   Table& table(std::string_view name);
-  void watchSettings(const Statement& statement, std::string_view text);
   void addFailure(const std::string& stage, std::string_view statement, const std::string& description);
   void traceLine(const Statement& statement, std::string_view text, std::int64_t rows, double milliseconds,
                  const std::exception* failure);
 
   std::vector<Stage> stages_;
   std::size_t stage_ = 0;
+  StageWatch stageWatch_;
+  std::vector<std::int64_t> rowsBefore_;  // written by each stage when the transaction began
   Tables tables_, tablesBefore_;
   Table* lastTable_ = nullptr;
   std::vector<Failure> failures_;
@@ -134,13 +138,7 @@ private:
   std::vector<std::string> notes_, debug_;
   std::string lastStatement_, pendingFailure_;
   std::optional<Prompt> silentStop_;
-  // The stage of the settings tables, from its first statement on.
-  struct Settings {
-    std::string stage;
-    std::size_t failuresBefore = 0;
-    bool siblingAsked = false;
-  };
-  std::optional<Settings> settings_;
+  SettingsWatch settings_;
   MissingCodes missing_;
   std::int64_t count_ = 0;
   bool sawTransaction_ = false, inTransaction_ = false;

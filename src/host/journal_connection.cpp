@@ -68,7 +68,8 @@ private:
     try {
       action();
     } catch (const std::exception& e) {
-      journal_->fail(journal_->begin(statement_.role, operation), sql_.empty() ? table_ : sql_, e);
+      const std::string& text = sql_.empty() ? table_ : sql_;
+      journal_->fail(journal_->begin(statement_.role, operation, text), text, e);
       throw;
     }
   }
@@ -127,7 +128,7 @@ public:
   }
 
   std::int64_t ExecuteSql(const std::string& sql) override {
-    const Journal::Statement statement = journal_->begin(role(), "execute");
+    const Journal::Statement statement = journal_->begin(role(), "execute", sql);
     try {
       const std::int64_t rows = inner_->ExecuteSql(sql);
       journal_->end(statement, sql, rows);
@@ -143,7 +144,7 @@ public:
 
   template <class Opener>
   std::unique_ptr<Recordset> open(const std::string& sql, const Opener& opener) {
-    Journal::Statement statement = journal_->begin(role(), "open");
+    Journal::Statement statement = journal_->begin(role(), "open", sql);
     try {
       auto rows = opener();
       journal_->opened(statement, sql);
@@ -162,7 +163,7 @@ private:
   }
   template <class Action>
   void run(const char* operation, std::string_view text, const Action& action) {
-    const Journal::Statement statement = journal_->begin(role(), operation);
+    const Journal::Statement statement = journal_->begin(role(), operation, text);
     try {
       action();
       journal_->end(statement, text, -1);

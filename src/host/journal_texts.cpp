@@ -2,12 +2,14 @@
 
 #include <optional>
 
+#include "platform/value.h"
+
 namespace host {
 namespace {
 
 using Arguments = std::vector<platform::Value>;
 
-constexpr std::string_view ownKeys = "Gljz.Host.Note.";
+constexpr std::string_view ownKeys = "Gljz.Host.Note.", stageKeys = "Gljz.Host.Stage.";
 
 bool isDigit(char c) {
   return c >= '0' && c <= '9';
@@ -35,7 +37,30 @@ std::optional<Arguments> argumentsOf(std::string_view pattern, std::string_view 
   }
 }
 
+// Stage texts of the system read "function--step", some with a blank at the end.
+std::string shortStage(std::string_view name) {
+  const std::size_t at = name.rfind("--");
+  return platform::trim(std::string(at == std::string_view::npos ? name : name.substr(at + 2)));
+}
+
 }  // namespace
+
+// The system's texts are those of zh-CN, the journal's own those of en-US.
+JournalTexts::JournalTexts(const Messages& language) : language_(language) {
+  const auto learn = [this](const Messages& known) {
+    const auto& all = known.all();
+    for (auto own = all.lower_bound(stageKeys); own != all.end() && own->first.starts_with(stageKeys); ++own)
+      stages_.emplace(own->second, own->first);
+  };
+  learn(Messages("zh-CN"));
+  learn(english_);
+}
+
+std::string JournalTexts::stage(std::string_view name) const {
+  std::string text = shortStage(name);
+  const auto key = stages_.find(text);
+  return key == stages_.end() ? text : language_.text(key->second);
+}
 
 std::string JournalTexts::translated(const std::string& text) const {
   const auto& all = english_.all();

@@ -7,6 +7,7 @@
 #include <charconv>
 #include <cstdio>
 
+#include "host/amount_text.h"
 #include "host/json_text.h"
 #include "host/messages.h"
 #include "host/report_file.h"
@@ -44,16 +45,6 @@ std::string escaped(std::string_view text) {
 std::string scriptJson(std::string json) {
   std::string out;
   for (const char c : json) out += c == '<' ? std::string("\\u003c") : std::string(1, c);
-  return out;
-}
-
-// "681096.80" reads 681,096.80; a text that is no number stays.
-std::string grouped(const std::string& text) {
-  const std::size_t begin = text.starts_with('-') ? 1 : 0;
-  std::size_t end = begin;
-  while (end < text.size() && text[end] >= '0' && text[end] <= '9') ++end;
-  std::string out = text;
-  for (std::size_t at = end; at > begin + 3;) out.insert(at -= 3, 1, ',');
   return out;
 }
 
@@ -169,10 +160,11 @@ private:
 
   // A figure leads to its table.
   void figures() {
-    constexpr std::array<std::pair<const char*, const char*>, 5> tables = {{{"rows", "data"},
+    constexpr std::array<std::pair<const char*, const char*>, 6> tables = {{{"rows", "data"},
                                                                             {"right", "accounts"},
                                                                             {"wrong", "accounts"},
                                                                             {"leftOut", "leftOut"},
+                                                                            {"changed", "changed"},
                                                                             {"failures", "failures"}}};
     out_ += "<div class=\"figures\">\n";
     for (const ReportFigure& figure : model_.figures) {
@@ -231,10 +223,10 @@ private:
     out_ += "</ul>\n";
   }
 
-  // The shares of right and wrong accounts above the table that judges them.
+  // The shares of right and wrong accounts above the table that judges them. (The sides of a year are no accounts.)
   void share(const ReportTable& table) {
     const std::size_t verdict = table.index(CellKind::verdict);
-    if (verdict == table.columns.size()) return;
+    if (verdict == table.columns.size() || table.id == "sides") return;
     std::size_t right = 0, wrong = 0;
     for (const auto& row : table.rows) {
       right += row[verdict] == "Y" ? 1 : 0;

@@ -5,9 +5,12 @@
 #include <cstdio>
 #include <map>
 
+#include "host/amount_text.h"
 #include "host/bank_page.h"
 #include "host/journal_texts.h"
+#include "host/left_out.h"
 #include "host/messages.h"
+#include "host/opening_page.h"
 
 namespace host {
 namespace {
@@ -17,7 +20,14 @@ using Row = std::vector<std::string>;
 class Builder {
 public:
   explicit Builder(const RunResult& result)
-      : result_(result), messages_(result.language), journalTexts_(messages_), code_(exitCode(result)) {}
+      : result_(result), messages_(result.language), journalTexts_(messages_), code_(exitCode(result)) {
+    // The grid has four columns for records, six or seven for partners and persons whose items do not balance.
+    const auto& rows = result.notCarried;
+    outOfBalance_ = !rows.empty() && (rows.front().size() == partnerCells || rows.front().size() == personCells);
+    if (outOfBalance_) return;
+    for (const Row& row : rows)
+      (wasChanged(row, messages_) ? changed_ : leftOut_).push_back(resized(row, leftOutCells));
+  }
 
   ReportModel model() {
     model_.language = result_.language;
@@ -25,11 +35,16 @@ public:
     outcome();
     facts();
     figures();
+    if (result_.balance) add(sidesTable(*result_.balance, result_.closingYear, result_.newYear, messages_));
     add(data());
-    add(leftOut());
+    if (outOfBalance_)
+      add(imbalances());
+    else
+      add(records("leftOut", "LeftOut", leftOut_));
+    add(records("changed", "Changed", changed_));
     add(failures());
     add(notes());
-    add(openingBalances());
+    if (result_.report) add(accountsTable(*result_.report, messages_));
     if (result_.bank) add(bankTable(*result_.bank, messages_));
     add(stages());
     return std::move(model_);
@@ -55,9 +70,13 @@ private:
       Grade grade;
       const char* headline;
     };
-    const auto words = [this]() -> Words {
+    // The exit code is the system's word; that the new year does not balance is the host's.
+    const bool unbalanced = result_.balance && !result_.balance->opensInBalance();
+    const auto words = [&]() -> Words {
+      if (result_.conditionsLeft) return {Grade::stopped, "Headline.Left"};
       switch (code_) {
         case 0:
+          if (unbalanced) return {Grade::attention, "Headline.NotWholly"};
           return {Grade::good, "Headline.Carried"};
         case 1:
           return {Grade::stopped, "Headline.NotCarried"};
@@ -74,15 +93,22 @@ private:
 
     const RunResult& r = result_;
     auto& say = model_.sentences;
+    // What the system makes of it is the failure to read a parameter text that nobody gave.
+    if (r.conditionsLeft) return;
     if (code_ == 3) say.push_back(own("Explain.ReturnedTrue"));
     if (r.uncaught) say.push_back(own("Outcome.Failure", {*r.uncaught}));
     if (r.uncaught && r.transactionBegun) say.push_back(own("Outcome.Undone"));
     if (r.stop) {
-      say.push_back(own("Outcome.StopWhere", {r.stop->where}));
+      say.push_back(own("Outcome.StopWhere", {journalTexts_.stage(r.stop->where)}));
       say.push_back(own("Outcome.StopWhy", {r.stop->why}));
     }
+    if (r.balance)
+      for (std::string& sentence : sidesSentences(*r.balance, r.closingYear, r.newYear, messages_))
+        say.push_back(std::move(sentence));
     if (wrong() > 0) say.push_back(own("Explain.Wrong", {r.report->wrong}));
-    if (!r.notCarried.empty()) say.push_back(own("Explain.LeftOut", {std::to_string(r.notCarried.size())}));
+    if (outOfBalance_) say.push_back(own("Explain.OutOfBalance", {std::to_string(r.notCarried.size())}));
+    if (!leftOut_.empty()) say.push_back(own("Explain.LeftOut", {std::to_string(leftOut_.size())}));
+    if (!changed_.empty()) say.push_back(own("Explain.Changed", {std::to_string(changed_.size())}));
     if (!r.failures.empty()) say.push_back(own("Explain.Failures", {std::to_string(r.failures.size())}));
     const bool told = r.stop && (r.stop->why == r.errMsg || r.stop->why == r.message);
     if (!r.errMsg.empty() && !told) say.push_back(own("Outcome.Message", {r.errMsg}));
@@ -114,71 +140,103 @@ private:
       figure("right", "Figure.Right", result_.report->right);
       figure("wrong", "Figure.Wrong", result_.report->wrong, wrong() > 0);
     }
-    figure("leftOut", "Figure.LeftOut", std::to_string(result_.notCarried.size()), !result_.notCarried.empty());
+    if (outOfBalance_)
+      figure("leftOut", "Figure.OutOfBalance", std::to_string(result_.notCarried.size()), true);
+    else
+      figure("leftOut", "Figure.LeftOut", std::to_string(leftOut_.size()), !leftOut_.empty());
+    if (!changed_.empty()) figure("changed", "Figure.Changed", std::to_string(changed_.size()), true);
     figure("failures", "Figure.Failures", std::to_string(result_.failures.size()), !result_.failures.empty());
   }
 
   ReportTable data() const {
-    ReportTable table{"data", own("Heading.Data"), own("Tab.Data"), {}, {}, {2, 3, 4}, {}};
+    ReportTable table{"data", own("Heading.Data"), own("Tab.Data"), {}, {}, {3, 4, 5}, {}};
     bool unread = false;
     for (const auto& t : result_.tables) {
       if (t.written() == 0 && t.deleted == 0) continue;
       unread = unread || t.read == 0;
-      table.rows.push_back({t.name, t.read == 0 ? "-" : std::to_string(t.read), std::to_string(t.inserted),
-                            std::to_string(t.updated), std::to_string(t.deleted)});
+      table.rows.push_back({t.name, tableName(t.name), t.read == 0 ? "-" : std::to_string(t.read),
+                            std::to_string(t.inserted), std::to_string(t.updated), std::to_string(t.deleted)});
     }
     if (table.rows.empty()) return {};
-    table.columns = {column("Column.Table"), column("Column.RowsRead", CellKind::count),
-                     column("Column.RowsNew", CellKind::count), column("Column.RowsChanged", CellKind::count),
+    table.columns = {column("Column.Table"),
+                     column("Column.TableName"),
+                     column("Column.RowsRead", CellKind::count),
+                     column("Column.RowsNew", CellKind::count),
+                     column("Column.RowsChanged", CellKind::count),
                      column("Column.RowsRemoved", CellKind::count)};
     if (unread) table.remarks.push_back(own("Data.InsideServer"));
     return table;
   }
 
-  // The imbalance grid has four columns for records that were left out, six or seven for partners and persons whose
-  // details do not make up the account's balance. A record that is left out stands once, with the number of its rows.
-  ReportTable leftOut() const {
+  // Empty for a table without a name of its own.
+  std::string tableName(const std::string& table) const {
+    const std::string key = "Gljz.Host.Table." + platform::toLowerAscii(table);
+    const std::string name = messages_.text(key);
+    return name == key ? std::string() : name;
+  }
+
+  // A table with a title and a tab of its own.
+  ReportTable newTable(const char* id, const std::string& name, std::size_t rows) const {
+    ReportTable table;
+    table.id = id;
+    table.title = own(("Heading." + name).c_str(), {std::to_string(rows)});
+    table.tab = own(("Tab." + name).c_str());
+    return table;
+  }
+
+  // Partners or persons whose cleared items are not as much debit as credit.
+  ReportTable imbalances() const {
     const auto& rows = result_.notCarried;
-    if (rows.empty()) return {};
-    ReportTable table{"leftOut", own("Heading.LeftOut", {std::to_string(rows.size())}), own("Tab.LeftOut"), {}, {}, {},
-                      {}};
-    constexpr std::size_t partnerCells = 6, personCells = 7;
     const std::size_t cells = rows.front().size();
-    if (cells == partnerCells || cells == personCells) {
-      table.columns = {gridColumn("Orvo.GL.TqGLJZ.00062", CellKind::code), gridColumn("Orvo.GL.TqGLJZ.00063")};
-      if (cells == partnerCells) table.columns.push_back(gridColumn("Orvo.GL.TqGLJZ.00075"));
-      if (cells == personCells) table.columns.push_back(gridColumn("Orvo.GL.TqGLJZ.00064"));
-      if (cells == personCells) table.columns.push_back(gridColumn("Orvo.GL.TqGLJZ.00065"));
-      table.columns.push_back(gridColumn("Orvo.GL.TqGLJZ.00066"));
-      table.columns.push_back(gridColumn("Orvo.GL.TqGLJZ.00067", CellKind::amount));
-      table.columns.push_back(gridColumn("Orvo.GL.TqGLJZ.00068", CellKind::amount));
-      for (const Row& row : rows) table.rows.push_back(resized(row, cells));
-      return table;
-    }
+    ReportTable table = newTable("leftOut", "OutOfBalance", rows.size());
+    table.columns = {gridColumn("Orvo.GL.TqGLJZ.00062", CellKind::code), gridColumn("Orvo.GL.TqGLJZ.00063")};
+    if (cells == partnerCells) table.columns.push_back(gridColumn("Orvo.GL.TqGLJZ.00075"));
+    if (cells == personCells) table.columns.push_back(gridColumn("Orvo.GL.TqGLJZ.00064"));
+    if (cells == personCells) table.columns.push_back(gridColumn("Orvo.GL.TqGLJZ.00065"));
+    table.columns.push_back(gridColumn("Orvo.GL.TqGLJZ.00066"));
+    table.columns.push_back(gridColumn("Orvo.GL.TqGLJZ.00067", CellKind::amount));
+    table.columns.push_back(gridColumn("Orvo.GL.TqGLJZ.00068", CellKind::amount));
+    for (const Row& row : rows) table.rows.push_back(resized(row, cells));
+    return table;
+  }
+
+  // Records with their reasons. One that the grid has several times stands once, with the number of its rows; an
+  // account whose balance is missing has it beside it, where it was read.
+  ReportTable records(const char* id, const char* name, const std::vector<Row>& rows) const {
+    if (rows.empty()) return {};
+    ReportTable table = newTable(id, name, rows.size());
     table.columns = {gridColumn("Orvo.GL.TqGLJZ.00095"), gridColumn("Orvo.GL.TqGLJZ.00096", CellKind::code),
                      gridColumn("Orvo.GL.TqGLJZ.00097"), gridColumn("Orvo.GL.TqGLJZ.00098"),
                      column("Column.Times", CellKind::count)};
-    constexpr std::size_t gridCells = 4, reason = 3;
+    constexpr std::size_t code = 1, reason = 3;
+    table.headings = reason;
+    const auto balanceOf = [&](const Row& record) -> std::string {
+      if (!result_.balance || !isAccountLeftOut(record, messages_)) return {};
+      const auto found = result_.balance->leftOut.find(record[code]);
+      return found == result_.balance->leftOut.end() ? std::string() : amountText(found->second);
+    };
+    const bool amounts = std::any_of(rows.begin(), rows.end(), [&](const Row& r) { return !balanceOf(r).empty(); });
+    if (amounts) table.columns.push_back(column("Column.LostBalance", CellKind::amount));
     std::map<Row, std::size_t> times;
     std::vector<Row> order;
-    for (const Row& row : rows) {
-      const Row record = resized(row, gridCells);
-      if (++times[record] == 1) order.push_back(record);
-    }
+    for (const Row& row : rows)
+      if (++times[row] == 1) order.push_back(row);
     // Reasons in the order in which they first came up, so that a reason's records stand together.
     std::map<std::string, std::size_t> rank;
     for (const Row& record : order) rank.emplace(record[reason], rank.size());
     std::stable_sort(order.begin(), order.end(),
                      [&](const Row& a, const Row& b) { return rank[a[reason]] < rank[b[reason]]; });
     for (Row& record : order) {
-      const std::string count = std::to_string(times[record]);
+      const std::string count = std::to_string(times[record]), balance = balanceOf(record);
       table.rows.push_back(std::move(record));
       table.rows.back().push_back(count);
+      if (amounts) table.rows.back().push_back(balance);
     }
     return table;
   }
   static Row resized(Row row, std::size_t cells) {
     row.resize(cells);
+    for (std::string& cell : row) cell = platform::trim(cell);
     return row;
   }
 
@@ -192,7 +250,7 @@ private:
                       {},
                       {}};
     for (const auto& f : result_.failures)
-      table.rows.push_back({std::string(shortStage(f.stage)), journalTexts_.translated(f.description), f.statement});
+      table.rows.push_back({journalTexts_.stage(f.stage), journalTexts_.translated(f.description), f.statement});
     return table;
   }
 
@@ -200,30 +258,6 @@ private:
     if (result_.notes.empty()) return {};
     ReportTable table{"notes", own("Heading.Notes"), own("Tab.Notes"), {column("Heading.Notes")}, {}, {}, {}};
     for (const auto& n : result_.notes) table.rows.push_back({journalTexts_.translated(n)});
-    return table;
-  }
-
-  // The closing report, in the words of its own form. It stands there without rows too: it was shown.
-  ReportTable openingBalances() const {
-    if (!result_.report) return {};
-    ReportTable table{
-        "accounts",
-        messages_.text("Orvo.GL.TqGLJZ.00018"),
-        own("Tab.Accounts"),
-        {gridColumn("Orvo.GL.TqGLJZ.00062", CellKind::code), gridColumn("Orvo.GL.TqGLJZ.00231"),
-         gridColumn("Orvo.GL.TqGLJZ.00232"), gridColumn("Orvo.GL.TqGLJZ.00233"), gridColumn("Orvo.GL.TqGLJZ.00234"),
-         gridColumn("Orvo.GL.TqGLJZ.00235", CellKind::amount), gridColumn("Orvo.GL.TqGLJZ.00236", CellKind::amount),
-         gridColumn("Orvo.GL.ZWSQL.PERSONACC.00973"), gridColumn("Orvo.GL.TqGLJZ.00238", CellKind::quantity),
-         gridColumn("Orvo.GL.TqGLJZ.00239"), gridColumn("Orvo.GL.TqGLJZ.00240", CellKind::verdict)},
-        {},
-        {},
-        {messages_.text("Orvo.GL.TqGLJZ.00016", {result_.report->right, result_.report->wrong})}};
-    table.rows.reserve(result_.report->rows.size());
-    for (const Row& row : result_.report->rows) {
-      table.rows.push_back(resized(row, table.columns.size()));
-      for (std::string& cell : table.rows.back())
-        if (cell == " ") cell.clear();  // the dialog's word for zero
-    }
     return table;
   }
 
@@ -239,7 +273,7 @@ private:
                       {4},
                       {}};
     for (const auto& s : result_.stages)
-      table.rows.push_back({std::string(shortStage(s.name)), std::to_string(s.statements), std::to_string(s.rowsRead),
+      table.rows.push_back({journalTexts_.stage(s.name), std::to_string(s.statements), std::to_string(s.rowsRead),
                             std::to_string(s.rowsWritten),
                             std::to_string(static_cast<std::int64_t>(s.milliseconds + 0.5))});
     return table;
@@ -249,6 +283,9 @@ private:
   Messages messages_;
   JournalTexts journalTexts_;
   int code_;
+  static constexpr std::size_t partnerCells = 6, personCells = 7;
+  bool outOfBalance_ = false;
+  std::vector<Row> leftOut_, changed_;  // rows of the grid
   ReportModel model_;
 };
 
@@ -268,11 +305,6 @@ std::size_t ReportTable::index(CellKind kind) const {
 const ReportTable* ReportModel::table(std::string_view id) const {
   const auto found = std::find_if(tables.begin(), tables.end(), [id](const ReportTable& t) { return t.id == id; });
   return found == tables.end() ? nullptr : &*found;
-}
-
-std::string_view shortStage(std::string_view stage) {
-  const std::size_t at = stage.rfind("--");
-  return at == std::string_view::npos ? stage : stage.substr(at + 2);
 }
 
 ReportModel reportModel(const RunResult& result) {

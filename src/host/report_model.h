@@ -21,7 +21,7 @@ enum class CellKind {
   text,
   code,          // digits that are no number: an account, a customer
   count,         // a whole number
-  amount,        // money in two decimals, no grouping
+  amount,        // money in two decimals, no grouping; may name a currency or a unit behind the number
   quantity,      // a number
   milliseconds,  // a whole number
   verdict,       // "Y" right, "X" wrong, empty neither
@@ -41,13 +41,16 @@ struct ReportTable {
   std::vector<std::vector<std::string>> rows;  // as many cells as columns; a number may be an empty text or "-"
   std::vector<std::size_t> bars;               // columns whose counts are parts of one bar, in the order of the parts
   std::vector<std::string> remarks;            // sentences below the table
+  // A list of lines reads better in plain text by this column's texts, each a heading of its rows; columns.size() and
+  // above for a table of its own.
+  std::size_t headings = static_cast<std::size_t>(-1);
 
   std::size_t index(CellKind kind) const;  // first column of the kind; columns.size() when there is none
 };
 
 // One number that stands for a part of the run.
 struct ReportFigure {
-  std::string id;  // "rows", "right", "wrong", "leftOut", "failures"
+  std::string id;  // "rows", "right", "wrong", "leftOut", "changed", "failures"
   std::string label, value;
   bool attention = false;  // somebody has to look at it
 };
@@ -72,8 +75,5 @@ struct ReportModel {
 };
 
 ReportModel reportModel(const RunResult& result);
-
-// Stage texts of the system read "function--step"; the last part is what a person wants.
-std::string_view shortStage(std::string_view stage);
 
 }  // namespace host

@@ -1,5 +1,6 @@
 // The report as PDF, on the pages that prints are made of: title above, page number below, outcome first.
 
+#include "host/amount_text.h"
 #include "host/messages.h"
 #include "host/print/page_canvas.h"
 #include "host/print/pages.h"
@@ -62,7 +63,7 @@ private:
     PageTable table{&rows, {}, {}};
     for (const ReportFigure& figure : model_.figures) {
       rows[0].push_back(figure.label);
-      rows[1].push_back(figure.value);
+      rows[1].push_back(grouped(figure.value));
       table.columns.push_back({1, TextAlign::centre});
     }
     blocks_.push_back({10, {}, std::move(table)});
@@ -82,7 +83,11 @@ private:
                                    : column.kind == CellKind::verdict ? TextAlign::centre
                                                                       : TextAlign::left});
       }
-      rows.insert(rows.end(), table.rows.begin(), table.rows.end());
+      for (const auto& row : table.rows) {
+        rows.push_back(row);
+        for (std::size_t i = 0; i < row.size(); ++i)
+          if (isNumber(table.columns[i].kind)) rows.back()[i] = grouped(row[i]);
+      }
       const std::size_t verdict = table.index(CellKind::verdict);
       if (verdict < table.columns.size())
         grid.ink = [verdict](const std::vector<std::string>& row) -> std::optional<Ink> {

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <utility>
 
+#include "host/amount_text.h"
 #include "host/display_width.h"
 #include "host/messages.h"
 #include "host/report_model.h"
@@ -29,8 +30,8 @@ public:
     if (!model_.table("data")) heading(own("Heading.Nothing"));
     for (const ReportTable& table : model_.tables) {
       heading(table.title);
-      if (table.id == "leftOut" && table.columns.size() == 5)
-        byReason(table);
+      if (table.headings < table.columns.size())
+        underHeadings(table);
       else if (table.id == "failures")
         failures(table);
       else if (table.columns.size() == 1)
@@ -53,11 +54,16 @@ private:
     line(s);
   }
 
+  static std::string shown(const ReportTable& table, const Row& row, std::size_t column) {
+    return isNumber(table.columns[column].kind) ? grouped(row[column]) : row[column];
+  }
+
   void grid(const ReportTable& table) {
     std::vector<std::size_t> widths;
     for (const ReportColumn& c : table.columns) widths.push_back(displayWidth(c.title));
     for (const Row& row : table.rows)
-      for (std::size_t i = 0; i < widths.size(); ++i) widths[i] = std::max(widths[i], displayWidth(row[i]));
+      for (std::size_t i = 0; i < widths.size(); ++i)
+        widths[i] = std::max(widths[i], displayWidth(shown(table, row, i)));
     const auto gridLine = [&](const auto& cell) {
       std::string text;
       for (std::size_t i = 0; i < widths.size(); ++i)
@@ -66,19 +72,24 @@ private:
       line(text);
     };
     gridLine([&](std::size_t i) -> const std::string& { return table.columns[i].title; });
-    for (const Row& row : table.rows) gridLine([&](std::size_t i) -> const std::string& { return row[i]; });
+    for (const Row& row : table.rows) gridLine([&](std::size_t i) { return shown(table, row, i); });
   }
 
-  // Cells: kind, code, name, reason, times.
-  void byReason(const ReportTable& table) {
+  // Cells: kind, code, name, reason, times, and perhaps a balance.
+  void underHeadings(const ReportTable& table) {
+    constexpr std::size_t times = 4, balance = 5;
     const std::string* last = nullptr;
     for (const Row& row : table.rows) {
-      if (!row[3].empty() && (last == nullptr || *last != row[3])) line("  " + row[3]);
-      last = &row[3];
+      const std::string& heading = row[table.headings];
+      if (!heading.empty() && (last == nullptr || *last != heading)) line("  " + heading);
+      last = &heading;
       std::string record;
-      for (std::size_t i = 0; i < 3; ++i)
+      for (std::size_t i = 0; i < table.headings; ++i)
         if (!row[i].empty()) record += (record.empty() ? "" : " ") + row[i];
-      line("    " + (row[4] == "1" ? record : own("LeftOut.Times", {record, row[4]})));
+      if (row[times] != "1") record = own("LeftOut.Times", {record, row[times]});
+      if (row.size() > balance && !row[balance].empty())
+        record = own("Failure.Line", {record, shown(table, row, balance)});
+      line("    " + record);
     }
   }
 
@@ -90,31 +101,10 @@ private:
     }
   }
 
-  const char* outcomeKey() const {
-    switch (exitCode(result_)) {
-      case 0:
-        return "Outcome.Carried";
-      case 1:
-        return "Outcome.NotCarried";
-      case 3:
-        return "Outcome.StoppedAtCheck";
-      case 4:
-        return "Outcome.NotWholly";
-      default:
-        return "Outcome.Failed";
-    }
-  }
   void outcome() {
     const RunResult& r = result_;
-    heading(own(outcomeKey()));
-    if (!r.errMsg.empty()) line(own("Outcome.Message", {r.errMsg}));
-    if (!r.message.empty() && r.message != r.errMsg) line(own("Outcome.Message", {r.message}));
-    if (r.uncaught) line(own("Outcome.Failure", {*r.uncaught}));
-    if (r.uncaught && r.transactionBegun) line(own("Outcome.Undone"));
-    if (r.stop) {
-      line(own("Outcome.StopWhere", {r.stop->where}));
-      line(own("Outcome.StopWhy", {r.stop->why}));
-    }
+    heading(model_.grade == Grade::attention ? own("Outcome.NotWholly") : model_.headline);
+    for (const std::string& sentence : model_.sentences) line(sentence);
     char seconds[32];
     std::snprintf(seconds, sizeof seconds, "%.2f", r.seconds);
     line(own("Outcome.Total", {std::to_string(r.statements), std::string(seconds)}));

@@ -2,6 +2,7 @@
 
 #include "host/bank_page.h"
 #include "host/json_text.h"
+#include "host/opening_page.h"
 
 namespace host {
 namespace {
@@ -56,6 +57,7 @@ std::string runReportJson(const RunResult& r) {
   } else {
     out += "null";
   }
+  flag(out, "conditionsLeft", r.conditionsLeft);
   key(out, "steps");
   array(out, r.steps, [&](const Step& s) {
     out += '{';
@@ -84,6 +86,8 @@ std::string runReportJson(const RunResult& r) {
     out += std::to_string(t.written());
   }
   out += '}';
+  key(out, "balance");
+  out += r.balance ? balanceJson(*r.balance) : "null";
   key(out, "bank");
   out += r.bank ? bankJson(*r.bank, Messages(r.language)) : "null";
   key(out, "failures");

@@ -3,20 +3,22 @@
 #include <filesystem>
 #include <system_error>
 
+#include "host/utf8_path.h"
+
 namespace host {
 
 namespace fs = std::filesystem;
 
 void writeWhole(const std::string& fileName, const std::function<void(const std::string& path)>& write) {
   std::error_code ignored;
-  fs::path file(fileName);
+  fs::path file = pathOf(fileName);
   if (fs::is_symlink(file, ignored)) file = fs::weakly_canonical(file, ignored);
-  if (fs::exists(file, ignored) && !fs::is_regular_file(file, ignored)) return write(file.string());
+  if (fs::exists(file, ignored) && !fs::is_regular_file(file, ignored)) return write(textOf(file));
 
   fs::path part = file;
   part += ".part";
   try {
-    write(part.string());
+    write(textOf(part));
     fs::rename(part, file);
   } catch (...) {
     fs::remove(part, ignored);

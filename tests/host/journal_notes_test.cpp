@@ -176,6 +176,54 @@ TEST_F(JournalNotesTest, SettingsTablesThatBrokeOffAtAStatementHaveANoteBesideIt
   EXPECT_NE(part(a.out, "notes").find("the settings tables were not carried to the end"), std::string::npos) << a.out;
 }
 
+TEST_F(JournalNotesTest, TheSettingsTablesThatWereNotReachedAreNamed) {
+  sql("TqData_001_2006", "drop table GL_MRReportOption");
+  const std::string text =
+      "the settings tables were not carried to the end: broke off at GL_MRReportOption, not reached: "
+      "GL_MRColumnDic_Set, GL_PRN_Format";
+  EXPECT_NE(part(transfer().out, "notes").find(text), std::string::npos);
+  std::vector<std::string> people = words("transfer", {"--account", "001"});
+  *std::find(people.begin(), people.end(), "json") = "text";
+  std::erase(people, "--quiet");
+  const Answer a = gljz(people);
+  EXPECT_NE(
+      a.out.find("设置表没有全部结转：在 GL_MRReportOption 处中断，未结转到的：GL_MRColumnDic_Set, GL_PRN_Format"),
+      std::string::npos)
+      << a.out;
+}
+
+// What the new year keeps is not missed.
+TEST_F(JournalNotesTest, GuardedTablesThatTheNewYearKeepsWereNotToBeReached) {
+  sql("TqData_001_2006", "drop table GL_mcodeauth");
+  const std::string notes = part(transfer({"--check", "GL*m_bCoverData=False"}).out, "notes");
+  EXPECT_NE(notes.find("broke off at GL_mcodeauth, not reached: GL_mcodeused, "), std::string::npos) << notes;
+  sql("TqData_001_2005", "drop table GL_bmulti");
+  const std::string earlier = part(transfer({"--check", "GL*m_bCoverData=True"}).out, "notes");
+  EXPECT_NE(earlier.find("broke off at GL_bmulti, not reached: GL_btext, GL_cvprintinfset, GL_mcodeauth, "),
+            std::string::npos)
+      << earlier;
+}
+
+TEST_F(JournalNotesTest, FailuresOfTheSettingsTablesStandUnderThem) {
+  sql("TqData_001_2006", "drop table GL_mybooktype");
+  EXPECT_NE(part(transfer().out, "failures").find("{\"stage\": \"Settings tables\", \"statement\": \"Delete From"),
+            std::string::npos);
+}
+
+// Ticked detail without a division of accounts carries no detail.
+TEST_F(JournalNotesTest, ATickWithoutADivisionIsTold) {
+  const std::string customers = "accounts were not divided: no open items of customers were carried",
+                    suppliers = "accounts were not divided: no open items of suppliers were carried";
+  const std::string both = part(transfer({"--check", "GL*CusMXJZ=True", "--check", "GL*SupMXJZ=True"}).out, "notes");
+  EXPECT_NE(both.find(customers), std::string::npos) << both;
+  EXPECT_NE(both.find(suppliers), std::string::npos) << both;
+  const std::string one = part(
+      transfer({"--check", "GL*CusMXJZ=True", "--check", "GL*SupMXJZ=True", "--customer-detail", "all"}).out, "notes");
+  EXPECT_EQ(one.find(customers), std::string::npos) << one;
+  EXPECT_NE(one.find(suppliers), std::string::npos) << one;
+  EXPECT_EQ(transfer().out.find("were not divided"), std::string::npos);
+}
+
 TEST_F(JournalNotesTest, SettingsTablesThatArriveNeedNoWord) {
   EXPECT_EQ(transfer().out.find("the settings tables"), std::string::npos);
 }

@@ -107,6 +107,48 @@ TEST_F(PagePrintTest, PdfPagesHaveHeadHeaderRowFootAndNumber) {
       << info;
 }
 
+// A sum says nothing on a page that its account is not on.
+TEST_F(PagePrintTest, ARowWithoutAFirstCellStaysWithTheRowAboveIt) {
+  for (const int above : {0, 1, 2, 3}) {  // so that the page would end behind each kind of row
+    grid_.resize(1);
+    for (int i = 0; i < above; ++i) grid_.push_back({"999", "开头", "1.00"});
+    for (int i = 1; i <= 60; ++i) {
+      grid_.push_back({std::to_string(1000 + i), "现金账户", "1.00"});
+      grid_.push_back({"", "合计", std::to_string(1000 + i)});
+      grid_.push_back({"", "核对", std::to_string(1000 + i)});
+    }
+    ASSERT_EQ(print("p.pdf"), 0) << control_.failure();
+    const auto pages = pagesOf(pdfText());
+    ASSERT_GT(pages.size(), 3u);
+    std::size_t sums = 0;
+    for (const std::string& page : pages) {
+      const std::regex row("(1\\d{3}) +现金账户|(合计|核对) +(1\\d{3})");
+      std::string account;
+      for (std::sregex_iterator it(page.begin(), page.end(), row), end; it != end; ++it) {
+        if ((*it)[1].matched) account = (*it)[1];
+        if ((*it)[1].matched) continue;
+        EXPECT_EQ((*it)[3], account) << "a sum on a page without its account\n" << page;
+        ++sums;
+      }
+    }
+    EXPECT_EQ(sums, 120u);
+  }
+}
+
+// More of them than a page holds are parted, each once.
+TEST_F(PagePrintTest, RowsThatBelongTogetherAndFillMoreThanAPageAreParted) {
+  grid_.resize(1);
+  grid_.push_back({"1000", "第一", "1.00"});
+  for (int i = 1; i <= 100; ++i) grid_.push_back({"", "合计", std::to_string(1000 + i)});
+  ASSERT_EQ(print("p.pdf"), 0) << control_.failure();
+  const std::string text = pdfText();
+  int next = 1001;
+  const std::regex row("合计 +(1\\d{3})");
+  for (std::sregex_iterator it(text.begin(), text.end(), row), end; it != end; ++it, ++next)
+    EXPECT_EQ((*it)[1], std::to_string(next));
+  EXPECT_EQ(next, 1101);
+}
+
 TEST_F(PagePrintTest, TextPagesHaveTheSame) {
   ASSERT_EQ(print("p.txt"), 0) << control_.failure();
   const std::string text = test::contentOf(folder_.file("p.txt"));

@@ -82,7 +82,7 @@ TEST(ReportModelTest, ARecordLeftOutStandsOnceWithItsTimesAndByReason) {
   const ReportModel model = reportModel(sampleRun());
   const ReportTable* table = model.table("leftOut");
   ASSERT_NE(table, nullptr);
-  EXPECT_EQ(table->title, "Records left out, with the reason (4)");
+  EXPECT_EQ(table->title, "Records that were not carried, with the reason (4)");
   EXPECT_THAT(table->rows,
               ElementsAre(Row{"K", "1901", "Rent", "reason one", "2"}, Row{"C", "0006", "=1+1", "reason one", "1"},
                           Row{"K", "1151", "Paid", "reason two", "1"}));
@@ -126,14 +126,14 @@ TEST(ReportCsvTest, EveryRowNamesItsSection) {
   EXPECT_TRUE(csv.starts_with("\xEF\xBB\xBF"));
   const auto rows = parseCsv(csv);
   EXPECT_THAT(rows, Contains(Row{"outcome", model.headline}));
-  EXPECT_THAT(rows, Contains(Row{"data", "Table", "Rows read", "New", "Changed", "Removed"}));
-  EXPECT_THAT(rows, Contains(Row{"data", "gl_accsum", "53", "444", "180", "12"}));
+  EXPECT_THAT(rows, Contains(Row{"data", "Table", "Name", "Rows read", "New", "Changed", "Removed"}));
+  EXPECT_THAT(rows, Contains(Row{"data", "gl_accsum", "Account totals", "53", "444", "180", "12"}));
   EXPECT_THAT(rows, Contains(Row{"leftOut", "K", "1901", "Rent", "reason one", "2"}));
   EXPECT_THAT(rows, Contains(Row{"leftOut", "C", "0006", "=1+1", "reason one", "1"}));
   EXPECT_THAT(rows,
               Contains(Row{"failures", "totals", "the stage ended early", "exec\nsomething </script> & \"more\""}));
-  EXPECT_THAT(rows,
-              Contains(Row{"accounts", "1131", "Due", "Due", "Customers", "贷", "100.00", "", "", "12.5", "kg", "X"}));
+  EXPECT_THAT(rows, Contains(Row{"accounts", "1131", "Due", "Due", "Customers", "贷", "100.00", "", "", "12.5", "kg",
+                                 "X", "-190.00"}));
   for (const Row& row : rows)
     if (row[0] != "outcome") {
       const ReportTable* table = model.table(row[0]);
@@ -180,19 +180,22 @@ TEST_F(ReportFileTest, AWorkbookHasTypedCellsAndASheetForEachTable) {
   EXPECT_THAT(cells, Contains("Outcome!A1 s Carry-forward report, 2005 to 2006"));
   EXPECT_THAT(cells, Contains("Outcome!B9 n 630"));
   EXPECT_THAT(cells, Contains("Data carried!A1 s Table"));
-  EXPECT_THAT(cells, Contains("Data carried!C2 n 444"));
-  EXPECT_THAT(cells, Contains("Data carried!B3 s -"));
-  EXPECT_THAT(cells, Contains("Left out!B2 s 1901"));
-  EXPECT_THAT(cells, Contains("Left out!E2 n 2")) << "the same record twice is one row";
-  EXPECT_THAT(cells, Contains("Left out!B3 s 0006")) << "codes keep their zeros; the rows of a reason stand together";
-  EXPECT_THAT(cells, Contains("Left out!C3 s =1+1")) << "a text is no formula";
-  EXPECT_THAT(cells, Contains("Left out!B4 s 1151"));
+  EXPECT_THAT(cells, Contains("Data carried!B2 s Account totals"));
+  EXPECT_THAT(cells, Contains("Data carried!D2 n 444"));
+  EXPECT_THAT(cells, Contains("Data carried!C3 s -"));
+  EXPECT_THAT(cells, Contains("Not carried!B2 s 1901"));
+  EXPECT_THAT(cells, Contains("Not carried!E2 n 2")) << "the same record twice is one row";
+  EXPECT_THAT(cells, Contains("Not carried!B3 s 0006"))
+      << "codes keep their zeros; the rows of a reason stand together";
+  EXPECT_THAT(cells, Contains("Not carried!C3 s =1+1")) << "a text is no formula";
+  EXPECT_THAT(cells, Contains("Not carried!B4 s 1151"));
   EXPECT_THAT(cells, Contains("Opening balances!A2 s 0101"));
   EXPECT_THAT(cells, Contains("Opening balances!F2 n 1234567.8"));
   EXPECT_THAT(cells, Contains("Opening balances!I4 n 12.5"));
   EXPECT_THAT(cells, Contains("Opening balances!K4 s X"));
+  EXPECT_THAT(cells, Contains("Opening balances!L4 n -190"));
   EXPECT_THAT(cells, Contains("Failures!B2 s the stage ended early"));
-  for (const char* sheet : {"Data carried", "Left out", "Failures", "Notes", "Opening balances", "Stages"})
+  for (const char* sheet : {"Data carried", "Not carried", "Failures", "Notes", "Opening balances", "Stages"})
     EXPECT_THAT(cells, Contains(std::string(sheet) + " frozen"));
 }
 
@@ -229,6 +232,19 @@ TEST_F(ReportFileTest, PdfHasOutcomeTablesAndPageNumbers) {
   std::size_t headers = 0;
   for (std::size_t at = 0; (at = text.find("Opening balance ", at)) != std::string::npos; ++at) ++headers;
   EXPECT_GE(static_cast<long>(headers), pages - 2) << "the header row is repeated";
+}
+
+TEST_F(ReportFileTest, PdfAndTextGroupTheirNumbers) {
+  RunResult r = sampleRun();
+  r.tables.front().inserted = 12444;
+  const std::string pdf = read("pdftotext -layout " + shellQuoted(write("r.pdf", r)) + " -");
+  const std::string text = test::contentOf(write("r.txt", r));
+  for (const std::string& file : {pdf, text}) {
+    EXPECT_THAT(file, HasSubstr("1,234,567.80"));
+    EXPECT_THAT(file, HasSubstr("12,444"));
+    EXPECT_THAT(file, Not(HasSubstr("1234567.80")));
+    EXPECT_THAT(file, HasSubstr("0101")) << "a code is no number";
+  }
 }
 
 // An unknown ending, a folder that is not there: the reason is told, and nothing half-written stays.

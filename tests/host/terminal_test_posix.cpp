@@ -235,33 +235,33 @@ TEST_F(StepListTest, AStopAtACheckLeavesNoStep) {
 
 TEST_F(StepListTest, APersonPrintsFromTheClosingDialogs) {
   start(transfer({}), {});
-  readUntil("q: 取消 > ");
+  readUntil("q：取消 > ");
   type("");
-  readUntil("Enter: 确认 > ");
+  readUntil("Enter：确认 > ");
   type("p");
-  readUntil("Enter: closing-report.pdf, q > ");
+  readUntil("Enter：closing-report.pdf，q：退出 > ");
   type("report.doc");
   readUntil("  ? report.doc");
-  readUntil("q > ");
+  readUntil("q：退出 > ");
   type("");
   readUntil("  closing-report.pdf\n");
-  readUntil("Enter: 确认 > ");
+  readUntil("Enter：确认 > ");
   type("n");
-  readUntil("Enter: 关闭 > ");
+  readUntil("Enter：关闭 > ");
   EXPECT_THAT(seen_, HasSubstr("C006"));
   type("p");
-  readUntil("Enter: left-out.pdf, q > ");
+  readUntil("Enter：left-out.pdf，q：退出 > ");
   type("left.txt");
-  readUntil("Enter: 关闭 > ");
+  readUntil("Enter：关闭 > ");
   type("p");
-  readUntil("q > ");
+  readUntil("q：退出 > ");
   type("q");
-  readUntil("Enter: 关闭 > ");
+  readUntil("Enter：关闭 > ");
   type("");
-  readUntil("Enter: 确认 > ");
+  readUntil("Enter：确认 > ");
   type("x");
   readUntil("  ? x");
-  readUntil("Enter: 确认 > ");
+  readUntil("Enter：确认 > ");
   type("");
   EXPECT_EQ(finish(), 4);
   EXPECT_TRUE(std::filesystem::exists(folder_.file("closing-report.pdf")));
@@ -269,24 +269,132 @@ TEST_F(StepListTest, APersonPrintsFromTheClosingDialogs) {
   EXPECT_FALSE(std::filesystem::exists(folder_.file("left-out.pdf")));
 }
 
+// At the conditions, where the selection dialogs store what they confirm.
+class ConditionsOnATerminalTest : public StepListTest {
+protected:
+  std::string rows() const {
+    return csv(
+        gljz({"sql", "--server", "embedded:" + folder_.file("data"), "--database", "TqData_001_2006", "-q",
+              "select * from gl_accsum order by i_id\nGO\nselect * from GL_YeMxSel order by iid", "--format", "csv"}));
+  }
+  // Moves the first customer account to the other side, and confirms that dialog.
+  void divideCustomers() {
+    readUntil("q：取消 > ");
+    type("5");
+    readUntil("q：取消 > ");
+    type("c");
+    readUntil("Enter：确定 > ");
+    type("1");
+    readUntil("Enter：确定 > ");
+    type("");
+    readUntil("q：取消 > ");
+  }
+  void expectEndBySignal(int signal) {
+    while (readSome()) {
+    }
+    if (!WIFSIGNALED(status_)) {
+      ASSERT_EQ(waitpid(child_, &status_, 0), child_);
+    }
+    EXPECT_TRUE(WIFSIGNALED(status_) && WTERMSIG(status_) == signal) << status_;
+  }
+};
+
 // Ctrl-C before the run begins leaves everything as it was.
-TEST_F(StepListTest, AnInterruptAtTheConditionsChangesNothing) {
-  const auto rows = [&] {
-    return gljz({"sql", "--server", "embedded:" + folder_.file("data"), "--database", "TqData_001_2006", "-q",
-                 "select * from gl_accsum order by i_id\nGO\nselect * from GL_YeMxSel", "--format", "csv"})
-        .out;
-  };
+TEST_F(ConditionsOnATerminalTest, AnInterruptChangesNothing) {
   const std::string before = rows();
   start(transfer({}), {});
-  readUntil("q: 取消 > ");
+  readUntil("q：取消 > ");
   ASSERT_EQ(kill(child_, SIGINT), 0);
-  while (readSome()) {
-  }
-  if (!WIFSIGNALED(status_)) {
-    ASSERT_EQ(waitpid(child_, &status_, 0), child_);
-  }
-  EXPECT_TRUE(WIFSIGNALED(status_) && WTERMSIG(status_) == SIGINT) << status_;
+  expectEndBySignal(SIGINT);
   EXPECT_EQ(rows(), before);
+}
+
+TEST_F(ConditionsOnATerminalTest, AnInterruptPutsAConfirmedDivisionBack) {
+  const std::string before = rows();
+  start(transfer({}), {});
+  divideCustomers();
+  EXPECT_NE(rows(), before) << "the dialog stores at once";
+  ASSERT_EQ(kill(child_, SIGINT), 0);
+  expectEndBySignal(SIGINT);
+  EXPECT_EQ(rows(), before);
+}
+
+// The interrupted dialog confirms itself, as its close box does.
+TEST_F(ConditionsOnATerminalTest, AnInterruptInsideASelectionDialogPutsItBackToo) {
+  const std::string before = rows();
+  start(transfer({}), {});
+  readUntil("q：取消 > ");
+  type("5 c");
+  readUntil("Enter：确定 > ");
+  type("all");
+  readUntil("Enter：确定 > ");
+  ASSERT_EQ(kill(child_, SIGTERM), 0);
+  expectEndBySignal(SIGTERM);
+  EXPECT_EQ(rows(), before);
+}
+
+TEST_F(ConditionsOnATerminalTest, LeavingKeepsAConfirmedDivisionAndSaysSo) {
+  const std::string before = rows();
+  start(transfer({}), {});
+  divideCustomers();
+  const std::string divided = rows();
+  EXPECT_NE(divided, before);
+  type("q");
+  EXPECT_EQ(finish(), 1);
+  EXPECT_EQ(rows(), divided);
+  EXPECT_THAT(contentOf(folder_.file("out")), HasSubstr("已确认的科目划分仍然保留"));
+  EXPECT_THAT(contentOf(folder_.file("out")), HasSubstr("\n您退出了结转条件，没有结转任何数据。\n"));
+  EXPECT_THAT(contentOf(folder_.file("out")), Not(HasSubstr("Object variable")));
+}
+
+TEST_F(ConditionsOnATerminalTest, AConfirmedRunKeepsTheDivision) {
+  const std::string query = "select iCusSupType,ccode,iYeMxType from GL_YeMxSel where iCusSupType=1 order by ccode";
+  const auto division = [&] {
+    return csv(gljz({"sql", "--server", "embedded:" + folder_.file("data"), "--database", "TqData_001_2006", "-q",
+                     query, "--format", "csv"}));
+  };
+  const std::string before = division();
+  start(transfer({}), {});
+  divideCustomers();
+  const std::string chosen = division();
+  EXPECT_NE(chosen, before);
+  type("");
+  readUntil("Enter：确认 > ");
+  type("");
+  EXPECT_EQ(finish() % 4, 0);
+  EXPECT_EQ(division(), chosen);
+}
+
+// Once the conditions are confirmed an interrupt ends the program as ever.
+TEST_F(ConditionsOnATerminalTest, AnInterruptAtTheClosingReportEndsTheProgram) {
+  start(transfer({}), {});
+  readUntil("q：取消 > ");
+  type("");
+  readUntil("Enter：确认 > ");
+  ASSERT_EQ(kill(child_, SIGINT), 0);
+  expectEndBySignal(SIGINT);
+}
+
+TEST_F(ConditionsOnATerminalTest, ADisabledButtonSaysWhy) {
+  start(transfer({"--language", "en-US"}), {});
+  readUntil("number: toggle, letter: choose accounts, Enter: OK, q: Cancel > ");
+  type("c");
+  readUntil("  \"Customer accounts by detail...\" is not available: tick \"Customers: carry open items\" first\n");
+  readUntil("q: Cancel > ");
+  type("q");
+  EXPECT_EQ(finish(), 1);
+}
+
+TEST_F(ConditionsOnATerminalTest, ThePromptsAreInTheLanguage) {
+  start(transfer({"--language", "zh-TW"}), {});
+  readUntil("數字：選擇或取消，字母：選擇科目，Enter：");
+  type("p");
+  readUntil("數字：移到另一邊，all：全部右移，none：全部左移，Enter：");
+  type("");
+  readUntil("q：取消 > ");
+  type("q");
+  EXPECT_EQ(finish(), 1);
+  EXPECT_THAT(seen_, Not(HasSubstr("number")));
 }
 
 }  // namespace

@@ -178,7 +178,11 @@ TEST_F(ClosingReportTest, ThePrintControlGetsLayoutsTablesAndTheGridAsItStands) 
   EXPECT_EQ(job.columnWidths, (std::vector<int>{800, 500}));
   EXPECT_EQ(job.alignments, (std::vector<int>{1, 2}));
   EXPECT_EQ(job.settings.first, 9);
+  EXPECT_EQ(job.settings.second, 1);
+  EXPECT_EQ(job.settings.third, false);
+  EXPECT_EQ(job.settings.fourth, 1);
   EXPECT_EQ(job.settings.fifth, 30);
+  EXPECT_EQ(job.settings.sixth, true);
 }
 
 TEST_F(ClosingReportTest, ASecondPrintReplacesTheFirst) {

@@ -269,6 +269,21 @@ TEST_F(OpeningBalanceTest, QuantitiesMayDifferByLessThanAThousandth) {
   EXPECT_EQ(verdicts(), (Texts{"Y", "", "X", ""}));
 }
 
+// Differences that a double holds to the last bit: 1/1024 is too little to count, a thousandth is not.
+TEST_F(OpeningBalanceTest, AQuantityThatDiffersByAThousandthIsWrong) {
+  const char* quantities[][2] = {
+      {"1.0009765625", "1"}, {"0.001", "0"}, {"0.0010000000000000002", "0"}, {"0.00099999999999999980", "0"}};
+  int code = 5501;
+  for (const auto& [mine, theirs] : quantities) {
+    const std::string ccode = std::to_string(code++);
+    departmentAccount(ccode);
+    total(ccode, "借", "10", "Null", "0", mine);
+    multi(ccode, "10", "Null", "0", theirs);
+  }
+  check();
+  EXPECT_EQ(verdicts(), (Texts{"Y", "", "X", "", "X", "", "Y", ""}));
+}
+
 TEST_F(OpeningBalanceTest, ACreditBalanceMatchesANegativeSum) {
   departmentAccount("2121");
   total("2121", "贷", "100", "Null", "0", "3");

@@ -97,8 +97,8 @@ TEST_F(SharedConditionsTest, ALaterYearOffersNoneOfTheSwitchesForOpenItemsAndChe
 
 TEST_F(SharedConditionsTest, TheFirstYearOfADatabaseOffersWhatTwoDatabasesOffer) {
   run.m_strCurYear = "2005";  // the year in which the database begins
-  EXPECT_EQ(open().indexOf("GL*m_bAutoWLClear"), std::nullopt);
-  EXPECT_NE(open().indexOf("GL*CusYEJZ"), std::nullopt);
+  EXPECT_EQ(keys(open()), (Texts{"GL*OpeningInput=True", "GL*SupMXJZ=False", "GL*SupYEJZ=True", "GL*CusMXJZ=False",
+                                 "GL*CusYEJZ=True", "GL*Clear=True"}));
 }
 
 TEST_F(SharedConditionsTest, DatabaseNamesCompareWithoutRegardToCase) {

@@ -8,6 +8,8 @@
 #include <optional>
 #include <utility>
 
+#include "host/utf8_path.h"
+
 namespace host {
 namespace {
 
@@ -372,8 +374,9 @@ PageLayout parsePageLayout(std::string_view text, const std::string& file, Layou
 
 PageLayout readPageLayout(const std::string& path, LayoutPart part) {
   std::error_code ignored;
-  std::ifstream in(path, std::ios::binary);
-  if (!in || std::filesystem::is_directory(path, ignored)) throw LayoutError(path + ": the layout cannot be read");
+  const std::filesystem::path file = pathOf(path);
+  std::ifstream in(file, std::ios::binary);
+  if (!in || std::filesystem::is_directory(file, ignored)) throw LayoutError(path + ": the layout cannot be read");
   const std::string text{std::istreambuf_iterator<char>(in), {}};
   return parsePageLayout(text, path, part);
 }

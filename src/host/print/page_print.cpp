@@ -6,6 +6,7 @@
 #include "host/format_database.h"
 #include "host/print/pages.h"
 #include "host/print/text_pages.h"
+#include "host/utf8_path.h"
 #include "host/whole_file.h"
 #include "platform/value.h"
 
@@ -92,7 +93,7 @@ void PagePrint::write(const Job& job, const std::string& path) {
   const PageTable grid = gridOf(job);
 
   if (!maker_ && !isPdf(file_)) {
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    std::ofstream out(pathOf(path), std::ios::binary | std::ios::trunc);
     out << textPages(headBand, footBand, grid);
     out.close();
     if (!out) throw std::runtime_error("file " + path + " cannot be written");

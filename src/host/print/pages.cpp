@@ -135,6 +135,8 @@ private:
     double height = 0;  // of a paragraph, or of the table's header row
     std::vector<double> columns;
     std::vector<float> rows;  // heights, without the header row
+    // A row whose first cell is empty says more about the row above it, a sum for one, and stays with it.
+    std::vector<bool> joined;
   };
 
   // --- bands
@@ -198,8 +200,10 @@ private:
         m.columns = columnWidths(canvas_, gridFont(), headerFont(), table, width_);
         m.height = gridRowHeight(table.rows->front(), m.columns, headerFont());
         m.rows.reserve(table.rows->size() - 1);
-        for (std::size_t n = 1; n < table.rows->size(); ++n)
+        for (std::size_t n = 1; n < table.rows->size(); ++n) {
           m.rows.push_back(static_cast<float>(gridRowHeight((*table.rows)[n], m.columns, gridFont())));
+          m.joined.push_back(n > 1 && Cells{(*table.rows)[n]}[0].empty());
+        }
       }
       measured_.push_back(std::move(m));
     }
@@ -237,12 +241,19 @@ private:
     }
   }
   // What has to stand on one page: a paragraph, a heading with the beginning of what it is the heading of, a table's
-  // header with one row.
+  // header with one row and what belongs to it.
   double leastHeight(const std::vector<PageBlock>& blocks, std::size_t b) const {
     const Measured& m = measured_[b];
-    const double own = m.height + (m.rows.empty() ? 0 : m.rows.front());
+    const double own = m.height + firstRows(m);
     const bool keep = blocks[b].paragraph && blocks[b].paragraph->keepWithNext && b + 1 < blocks.size();
     return keep ? own + blocks[b + 1].gap + leastHeight(blocks, b + 1) : own;
+  }
+  // A row with so many others below it that no page holds them stands for itself.
+  double firstRows(const Measured& m) const {
+    if (m.rows.empty()) return 0;
+    double height = m.rows.front();
+    for (std::size_t n = 1; n < m.rows.size() && m.joined[n]; ++n) height += m.rows[n];
+    return m.height + height > bottom_ - top_ ? m.rows.front() : height;
   }
   void breakTable(std::size_t b) {
     const Measured& m = measured_[b];
@@ -258,8 +269,15 @@ private:
     for (std::size_t n = 0; n < m.rows.size(); ++n) {
       // A row that is higher than a page is cut by the paper; it must not come up on page after page.
       if (height + m.rows[n] > room() && n > first) {
-        close(n);
+        std::size_t next = n;
+        double moved = 0;  // height of the rows that go to the next page with this one
+        while (next > first && m.joined[next]) moved += m.rows[--next];
+        // They began this page, or one page does not hold them all: they are parted.
+        if (next == first || m.height + moved + m.rows[n] > bottom_ - top_) next = n, moved = 0;
+        height -= moved;
+        close(next);
         newPage();
+        height += moved;
       }
       height += m.rows[n];
     }
