@@ -54,12 +54,18 @@ void Session::Impl::dropDatabase(const tsql::ast::DropDatabase& s) {
   idleReader.reset();
   if (attached.contains(*name)) detach(*name);
   const auto file = pathOf(server->impl().fileOf(*name));
-  std::error_code ignored;
-  for (const char* end : {"-wal", "-shm", ""}) {
+  // A system that keeps open files in their place says so here, before anything is lost.
+  auto gone = file;
+  gone += ".dropped";
+  std::error_code failed, ignored;
+  std::filesystem::rename(file, gone, failed);
+  if (failed) throw SqlError(3702, "Cannot drop database \"" + *name + "\" because it is currently in use.", s.pos);
+  for (const char* end : {"-wal", "-shm"}) {
     auto f = file;
     f += end;
     std::filesystem::remove(f, ignored);
   }
+  std::filesystem::remove(gone, ignored);
   const std::lock_guard lock(server->impl().mutex);
   std::erase_if(server->impl().identity, [&](const auto& x) { return x.first.rfind(lowerName(*name) + ".", 0) == 0; });
   server->impl().dropped[lowerName(*name)] = ++server->impl().drops;

@@ -2,6 +2,7 @@
 #include <optional>
 
 #include "tsql/binder_impl.h"
+#include "tsql/date_text.h"
 
 namespace tsql {
 
@@ -378,12 +379,29 @@ public:
     return e;
   }
 
+  // A style that stands in the text is looked at before anything runs.
+  void requireStyle(const ast::Expr& style, const SqlType& from, bool toText) {
+    if (style.kind != ExprKind::literal) return;
+    const int ordinal = static_cast<const ast::Literal&>(style).ordinal;
+    const auto* number = std::get_if<std::int64_t>(&b_.tokens_.literals[static_cast<std::size_t>(ordinal)].value);
+    if (!number) return;
+    b_.pin(ordinal);
+    if (*number == 130 || *number == 131) throwUnsupported("convert style " + std::to_string(*number), style.pos);
+    if (toText && (*number > 1000 || !dateText(0, static_cast<int>(*number))))
+      fail(281,
+           std::to_string(*number) + " is not a valid style number when converting from " + from.baseName() +
+               " to a character string.",
+           style.pos);
+  }
+
   BoundPtr cast(const ast::Expr& operand, const ast::TypeName& name, const ast::Expr* style, SourcePos pos) {
     const SqlType t = b_.typeFromName(name, 30);
     auto x = b_.value(operand, scope_);
     if (x->op == BoundOp::null) return b_.convertTo(std::move(x), t);
     b_.requireCast(x->type, t, pos);
     if (!style) return b_.castTo(std::move(x), t);
+    if ((isDate(x->type.kind) && isText(t.kind)) || (isText(x->type.kind) && isDate(t.kind)))
+      requireStyle(*style, x->type, isText(t.kind));
     auto c = std::make_unique<BoundExpr>();
     c->op = BoundOp::conv;
     c->type = c->target = t;

@@ -1,0 +1,38 @@
+# The tests of the build for Windows. Every program is one test, run by Wine (tools/wine) in the prefix of the build
+# folder. The framework is built from Debian's sources of it.
+set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
+add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+foreach(library gtest gtest_main gmock gmock_main)
+  target_compile_options(${library} PRIVATE -w)  # the warnings are its authors'
+  if(NOT TARGET GTest::${library})
+    add_library(GTest::${library} ALIAS ${library})
+  endif()
+endforeach()
+
+# gljz_windows_test(NAME [arguments...]): the program of that name is a test. It sees the checkout as its drive Z.
+function(gljz_windows_test program)
+  add_test(NAME windows.${program} COMMAND ${program} ${ARGN} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
+  set_tests_properties(windows.${program} PROPERTIES TIMEOUT 600 ENVIRONMENT GLJZ_WINE_PREFIX=${CMAKE_BINARY_DIR}/wine)
+endfunction()
+
+# gljz_windows_tests(FOLDER layer...): the tests of a folder that are not for POSIX alone.
+function(gljz_windows_tests folder)
+  file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
+  gljz_keep_own_system(sources)
+  add_executable(test_${folder} ${sources})
+  target_link_libraries(test_${folder} PRIVATE ${ARGN} GTest::gtest_main GTest::gmock)
+  target_include_directories(test_${folder} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+  target_compile_definitions(test_${folder} PRIVATE GLJZ_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
+  gljz_windows_test(test_${folder})
+endfunction()
+
+gljz_windows_tests(platform platform xml)
+gljz_windows_tests(core system xml)
+# The cross compiler puts one constant of a header now into writable, now into read-only memory, and the linker does not
+# see that these are one. Only the list of all statements, which tests alone ask for, brings both together.
+target_link_options(test_core PRIVATE -Wl,--allow-multiple-definition)
+gljz_windows_tests(tsql tsql)
+gljz_windows_tests(embedded embedded SQLite::SQLite3)
+gljz_windows_tests(dialect embedded SQLite::SQLite3)
+add_subdirectory(com)
