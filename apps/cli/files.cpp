@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "host/usage_error.h"
+#include "host/utf8_path.h"
 
 namespace cli {
 
@@ -16,8 +17,8 @@ using host::UsageError;
 std::string readFile(const std::string& path) {
   if (path == "-") return {std::istreambuf_iterator<char>(std::cin), {}};
   std::error_code failure;
-  if (std::filesystem::is_directory(path, failure)) throw UsageError("file " + path + " is a folder");
-  std::ifstream in(path, std::ios::binary);
+  if (std::filesystem::is_directory(host::pathOf(path), failure)) throw UsageError("file " + path + " is a folder");
+  std::ifstream in(host::pathOf(path), std::ios::binary);
   if (!in) throw UsageError("file " + path + " cannot be read");
   std::string text{std::istreambuf_iterator<char>(in), {}};
   if (in.bad()) throw UsageError("file " + path + " cannot be read");
@@ -26,9 +27,10 @@ std::string readFile(const std::string& path) {
 
 void requireWritable(const std::string& path) {
   std::error_code failure;
-  const bool there = std::filesystem::exists(path, failure);
-  if (!std::ofstream(path, std::ios::binary | std::ios::app)) throw UsageError("file " + path + " cannot be written");
-  if (!there) std::filesystem::remove(path, failure);
+  const bool there = std::filesystem::exists(host::pathOf(path), failure);
+  if (!std::ofstream(host::pathOf(path), std::ios::binary | std::ios::app))
+    throw UsageError("file " + path + " cannot be written");
+  if (!there) std::filesystem::remove(host::pathOf(path), failure);
 }
 
 }  // namespace cli

@@ -157,11 +157,19 @@ private:
       char byte = 0;
       const ssize_t n = ::read(STDIN_FILENO, &byte, 1);
       if (n <= 0) return n == 0 ? 0 : -1;
+      // Ctrl-D on an empty line ends the input. Typed ahead, while the terminal had its ordinary mode, it comes as 0.
+      constexpr char ctrlD = 4, ctrlDTypedAhead = 0;
+      if ((byte == ctrlD || byte == ctrlDTypedAhead) && me.isEmpty()) return 0;
       const std::size_t used = std::mbrtowc(character, &byte, 1, &state);
       if (used == static_cast<std::size_t>(-2)) continue;  // more bytes of it are to come
       if (used != static_cast<std::size_t>(-1)) return 1;
       state = {};  // no character: what comes next may be one
     }
+  }
+
+  bool isEmpty() {
+    const LineInfo* line = el_line(editor_.get());
+    return line->buffer == line->lastchar;
   }
 
   static bool inWord(char c) {

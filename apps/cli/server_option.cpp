@@ -6,6 +6,7 @@
 
 #include "credentials_file.h"
 #include "host/usage_error.h"
+#include "host/utf8_path.h"
 #include "odbc/connection_string.h"
 #include "platform/run_time_error.h"
 #include "platform/value.h"
@@ -23,7 +24,7 @@ constexpr const char *userKeyword = "UID", *passwordKeyword = "PWD", *askOnTermi
 // value is the rest of its line as it stands: passwords have any characters.
 ConnectionString readCredentials(const std::string& path) {
   requirePrivate(path);
-  std::ifstream file(path);
+  std::ifstream file(host::pathOf(path));
   ConnectionString credentials;
   std::string line;
   for (int number = 1; std::getline(file, line); ++number) {

@@ -357,7 +357,7 @@ private:
   std::optional<std::vector<BankCarry>> bankCarry() {
     const auto& stages = journal_->stages();
     const bool ran = std::any_of(stages.begin(), stages.end(), [](const Journal::Stage& stage) {
-      return platform::trim(stage.name).ends_with("--结转未核销银行账");
+      return platform::trim(stage.name).ends_with(Journal::bankLedgerStage);
     });
     if (!ran) return std::nullopt;
     const gljz::RunState& run = gljz::run;

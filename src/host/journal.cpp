@@ -7,6 +7,7 @@
 #include "host/expected_failures.h"
 #include "host/json_text.h"
 #include "host/usage_error.h"
+#include "host/utf8_path.h"
 #include "platform/value.h"
 
 namespace host {
@@ -66,7 +67,7 @@ Journal::Journal() = default;
 Journal::~Journal() = default;
 
 void Journal::traceTo(const std::string& file) {
-  auto out = std::make_unique<std::ofstream>(file, std::ios::binary);
+  auto out = std::make_unique<std::ofstream>(pathOf(file), std::ios::binary);
   if (!*out) throw UsageError("trace file " + file + " cannot be written");
   trace_ = std::move(out);
 }
@@ -167,7 +168,10 @@ void Journal::missing(MissingCodes::Kind kind, std::string_view code, std::strin
 
 void Journal::selectionWasEmpty(const Statement& statement, std::string_view text) {
   settings_.selectionWasEmpty(statement.role, text);
-  if (!gljz::run.m_bManual && statement.role == Role::newYear) missing_.selectionWasEmpty(text);
+  if (gljz::run.m_bManual || statement.role != Role::newYear) return;
+  // Lines of bank accounts keep the codes that the new year lacks.
+  const bool bank = platform::trim(gljz::run.m_strFuncDesc).ends_with(bankLedgerStage);
+  missing_.selectionWasEmpty(text, bank ? MissingCodes::Named::carried : MissingCodes::Named::leftOut);
 }
 
 void Journal::rowsRead(const Statement& statement, std::string_view text, std::string_view tableName, std::int64_t rows,

@@ -92,6 +92,8 @@ public:
   // A stage told the system that it failed, and caught the failure itself.
   void stageFailed();
   // The new year has no such record: a note at the end of a run that nobody watches.
+  // How the name of the bank ledger's stage ends.
+  static constexpr std::string_view bankLedgerStage = "--结转未核销银行账";
   void missing(MissingCodes::Kind kind, std::string_view code, std::string_view itemClass = {});
   void siblingAsked();  // the component that ends the stage of the settings tables
   // This failure is told otherwise (in a note): it is not counted when a handler reports it.

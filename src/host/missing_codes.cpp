@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::size_t maxCodes = 1000;
 
-constexpr std::string_view behind = ": what names it was left out";
+constexpr std::string_view leftOut = ": what names it was left out", carried = ": bank lines were carried with it";
 
 std::string nameOf(MissingCodes::Kind kind) {
   switch (kind) {
@@ -41,20 +41,20 @@ constexpr Question questions[] = {
 
 }  // namespace
 
-void MissingCodes::add(Kind kind, std::string_view code, std::string_view itemClass) {
-  Code missing{kind, std::string(code), std::string(itemClass)};
+void MissingCodes::add(Kind kind, std::string_view code, std::string_view itemClass, Named named) {
+  Code missing{kind, std::string(code), std::string(itemClass), named};
   if (codes_.size() < maxCodes)
     codes_.insert(std::move(missing));
   else
     more_ |= !codes_.contains(missing);
 }
 
-void MissingCodes::selectionWasEmpty(std::string_view selection) {
+void MissingCodes::selectionWasEmpty(std::string_view selection, Named named) {
   for (const Question& question : questions) {
     const std::string_view head = question.text.substr(0, question.text.find('{'));
     const std::string_view tail = question.text.substr(question.text.find('}') + 1);
     if (!selection.starts_with(head) || !selection.ends_with(tail)) continue;
-    return add(question.kind, selection.substr(head.size(), selection.size() - head.size() - tail.size()));
+    return add(question.kind, selection.substr(head.size(), selection.size() - head.size() - tail.size()), {}, named);
   }
 }
 
@@ -64,7 +64,7 @@ std::vector<std::string> MissingCodes::notes() const {
     std::string text = "the new year has no " + nameOf(missing.kind) + " ";
     text += missing.code.empty() ? "\"\"" : missing.code;
     if (missing.kind == Kind::item) text += " of class " + missing.itemClass;
-    texts.push_back(text.append(behind));
+    texts.push_back(text.append(missing.named == Named::carried ? carried : leftOut));
   }
   if (more_)
     texts.push_back("more than " + std::to_string(maxCodes) +

@@ -1,6 +1,7 @@
 #pragma once
-// Codes that the run asked the new year for and that it does not have. What names them is left out. A run that somebody
-// watches tells of it row by row; one that nobody watches says nothing, and these notes are all there is to read.
+// Codes that the run asked the new year for and that it does not have. What names them is left out, but for lines of
+// bank accounts, which keep their codes. A run that somebody watches tells of it row by row; one that nobody watches says
+// nothing, and these notes are all there is to read.
 
 #include <compare>
 #include <set>
@@ -13,10 +14,11 @@ namespace host {
 class MissingCodes {
 public:
   enum class Kind { account, department, person, customer, supplier, item };
+  enum class Named { leftOut, carried };  // what became of what names the code
 
-  void add(Kind kind, std::string_view code, std::string_view itemClass = {});
+  void add(Kind kind, std::string_view code, std::string_view itemClass = {}, Named named = Named::leftOut);
   // A selection from the new year had no row; one that asked whether a record is there counts.
-  void selectionWasEmpty(std::string_view selection);
+  void selectionWasEmpty(std::string_view selection, Named named = Named::leftOut);
 
   // One text for each code, by kind and code. A run over a foreign chart must not fill the memory: a thousand at most,
   // and one more text when there were others.
@@ -26,6 +28,7 @@ private:
   struct Code {
     Kind kind;
     std::string code, itemClass;
+    Named named;
     auto operator<=>(const Code&) const = default;
   };
   std::set<Code> codes_;

@@ -6,6 +6,7 @@
 
 #include "host/print/page_canvas.h"
 #include "host/run_report.h"
+#include "host/utf8_path.h"
 #include "host/whole_file.h"
 #include "platform/value.h"
 
@@ -20,7 +21,7 @@ constexpr std::array<std::pair<std::string_view, ReportFormat>, 6> endings = {{{
                                                                                {".txt", ReportFormat::text}}};
 
 void writeText(const std::string& file, const std::string& text) {
-  std::ofstream out(file, std::ios::binary | std::ios::trunc);
+  std::ofstream out(pathOf(file), std::ios::binary | std::ios::trunc);
   out.write(text.data(), static_cast<std::streamsize>(text.size()));
   out.close();
   if (!out) throw std::runtime_error("file " + file + " cannot be written");

@@ -76,6 +76,16 @@ TEST(MissingCodesTest, ASelectionThatAskedForARecordCountsAndNoOther) {
                                       "the new year has no supplier V'4: what names it was left out"}));
 }
 
+TEST(MissingCodesTest, WhatBankLinesNameIsCarriedWithThem) {
+  MissingCodes missing;
+  const std::string question = "select cDepCode from Department where cDepCode=N'ZZ'";
+  missing.selectionWasEmpty(question, MissingCodes::Named::carried);
+  missing.selectionWasEmpty(question);
+  EXPECT_EQ(missing.notes(),
+            (std::vector<std::string>{"the new year has no department ZZ: what names it was left out",
+                                      "the new year has no department ZZ: bank lines were carried with it"}));
+}
+
 TEST(MissingCodesTest, AreAThousandAtMost) {
   MissingCodes missing;
   for (int i = 0; i < 1000; ++i) missing.add(Kind::customer, std::to_string(i));
@@ -124,6 +134,18 @@ TEST_F(JournalNotesTest, AnUnattendedRunTellsWhatItLeftOut) {
   for (const char* text : {"\"the new year has no account 1901: what names it was left out\"",
                            "\"the new year has no customer C006: what names it was left out\""})
     EXPECT_NE(notes.find(text), std::string::npos) << notes;
+}
+
+// A line of a bank account keeps a department that the new year lacks.
+TEST_F(JournalNotesTest, AnUnattendedRunTellsOfCodesThatBankLinesKeep) {
+  sql("TqData_001_2005",
+      "update gl_accvouch set cdept_id=N'ZZ' from gl_accvouch v inner join code c on v.ccode=c.ccode and "
+      "v.iyear=c.iyear where c.bbank=1 and v.iyear=2005");
+  const Answer a = transGL();
+  EXPECT_NE(part(a.out, "notes").find("the new year has no department ZZ: bank lines were carried with it"),
+            std::string::npos)
+      << a.out;
+  EXPECT_EQ(part(a.out, "notes").find("department ZZ: what names it was left out"), std::string::npos) << a.out;
 }
 
 TEST_F(JournalNotesTest, AWatchedRunTellsOfItInItsRowsAlone) {
