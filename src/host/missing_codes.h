@@ -1,7 +1,7 @@
 #pragma once
 // Codes that the run asked the new year for and that it does not have. What names them is left out, but for lines of
-// bank accounts, which keep their codes. A run that somebody watches tells of it row by row; one that nobody watches says
-// nothing, and these notes are all there is to read.
+// bank accounts, which keep their codes. A run that somebody watches tells of it row by row; one that nobody watches
+// says nothing, and these notes are all there is to read.
 
 #include <compare>
 #include <set>
