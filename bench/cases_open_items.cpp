@@ -169,9 +169,11 @@ std::vector<bench::Line> openItemsGrowth(const bench::Options& options) {
   return {{std::to_string(many) + " items against " + std::to_string(few), time(many), floor}};
 }
 
-// The page caches of the two years are full with the smaller number; what grows beyond is the program's.
+// The page caches of the two years, 64 MiB each at the most, are full with the smaller number; what grows beyond
+// is the program's.
 std::vector<bench::Line> openItemsMemory(const bench::Options& options) {
-  const int few = options.size(200'000, 20), many = options.size(options.full ? 2'500'000 : 400'000, 40);
+  const int few = options.size(options.full ? 1'000'000 : 700'000, 20),
+            many = options.size(options.full ? 2'500'000 : 1'400'000, 40);
   const auto peak = [](int lines) {
     const auto ledger = ledgerWithItems(lines);
     bench::resetPeakMemory();
