@@ -34,6 +34,9 @@ Stream::Stream(Session::Impl& session, const std::string& statement) : session_(
 void Stream::open(const std::string& statement) {
   Session::Impl& session = session_;
   values_.clear();
+  // A first try that broke off may have read rows already.
+  drained_ = {};
+  ended_ = false;
   const auto tokens = tsql::lex(statement);
   const auto tree = tsql::parse(tokens);
   if (tree.statements.size() != 1 || tree.statements[0]->kind != tsql::ast::StatementKind::select)
