@@ -35,6 +35,12 @@ public:
   std::vector<tsql::SqlError> failures;
 };
 
+struct ExpectedFailure {
+  const char* batch;
+  int number, severity, line;
+  const char* text;
+};
+
 class ServerTest : public ::testing::Test {
 protected:
   ServerTest() {
@@ -67,6 +73,16 @@ protected:
     Answers a = ask(s, query);
     for (const auto& f : a.failures) ADD_FAILURE() << f.number << " " << f.what() << " in: " << query;
     return a.rows;
+  }
+  // The first failure of the batch has this number, severity and line, and this very text.
+  static void expectFirstFailure(Session& s, const ExpectedFailure& expected) {
+    const Answers a = ask(s, expected.batch);
+    ASSERT_FALSE(a.failures.empty()) << expected.batch;
+    const tsql::SqlError& e = a.failures.front();
+    EXPECT_EQ(e.number, expected.number) << expected.batch;
+    EXPECT_EQ(e.severity, expected.severity) << expected.batch;
+    EXPECT_EQ(e.pos.line, expected.line) << expected.batch;
+    EXPECT_STREQ(e.what(), expected.text) << expected.batch;
   }
   static int failureOf(Session& s, const std::string& batch) {
     const Answers a = ask(s, batch);

@@ -65,17 +65,24 @@ TEST_F(OdbcTransactions, closing_a_connection_undoes_what_is_open) {
   EXPECT_EQ(value("select count(*) from t"), Value(0));
 }
 
-// A server of the dialect undoes the transaction behind some failures, and with autocommit off the driver begins
-// another one without a word. The question after it is answered here as such a server would.
-TEST_F(OdbcTransactions, one_that_the_server_undid_cannot_be_committed) {
+// A connection in a transaction, two inserts into t with a failure between them. transactionCount: the question that is
+// put behind the failure, answered as the server would.
+static std::shared_ptr<platform::Connection> brokenTransaction(const std::string& transactionCount) {
   odbc::Settings settings;
-  settings.transactionCount = "select 0";
-  const auto victim = odbc::makeConnection(settings);
-  victim->ConnectionOpen(postgres().connectionText());
-  victim->BeginTrans();
-  victim->ExecuteSql("insert into t values(1)");
-  failureOf([&] { victim->ExecuteSql("insert into nosuch values(1)"); });
-  victim->ExecuteSql("insert into t values(2)");
+  settings.transactionCount = transactionCount;
+  const auto connection = odbc::makeConnection(settings);
+  connection->ConnectionOpen(postgres().connectionText());
+  connection->BeginTrans();
+  connection->ExecuteSql("insert into t values(1)");
+  failureOf([&] { connection->ExecuteSql("insert into nosuch values(1)"); });
+  connection->ExecuteSql("insert into t values(2)");
+  return connection;
+}
+
+// A server of the dialect undoes the transaction behind some failures, and with autocommit off the driver begins
+// another one without a word.
+TEST_F(OdbcTransactions, one_that_the_server_undid_cannot_be_committed) {
+  const auto victim = brokenTransaction("select 0");
   const RunTimeError e = failureOf([&] { victim->CommitTrans(); });
   EXPECT_EQ(e.server()->number, 3902);
   EXPECT_NE(e.description().find("undid the transaction"), std::string::npos) << e.description();
@@ -88,14 +95,6 @@ TEST_F(OdbcTransactions, one_that_the_server_undid_cannot_be_committed) {
 }
 
 TEST_F(OdbcTransactions, a_failure_that_the_server_keeps_the_transaction_over_changes_nothing) {
-  odbc::Settings settings;
-  settings.transactionCount = "select 1";
-  const auto victim = odbc::makeConnection(settings);
-  victim->ConnectionOpen(postgres().connectionText());
-  victim->BeginTrans();
-  victim->ExecuteSql("insert into t values(1)");
-  failureOf([&] { victim->ExecuteSql("insert into nosuch values(1)"); });
-  victim->ExecuteSql("insert into t values(2)");
-  victim->CommitTrans();
+  brokenTransaction("select 1")->CommitTrans();
   EXPECT_EQ(value("select count(*) from t"), Value(2));
 }
