@@ -12,6 +12,8 @@ using tsql::TokenKind;
 
 namespace {
 
+constexpr int digitsThatFit = 9;  // of a number that is read without the lexer
+
 bool isAt(std::string_view text, std::size_t at, std::string_view piece) {
   return text.size() - at >= piece.size() && std::memcmp(text.data() + at, piece.data(), piece.size()) == 0;
 }
@@ -26,11 +28,17 @@ BatchTemplate::BatchTemplate(tsql::TokenStream tokens, std::shared_ptr<ParsedBat
     if (!t.isLiteral()) continue;
     const bool fixed =
         std::any_of(batch_->fixed.begin(), batch_->fixed.end(), [&](const auto& f) { return f.first == t.literal; });
-    if (fixed) continue;  // it stays part of the fixed text
+    if (fixed) continue;                                              // it stays part of the fixed text
+    if (t.raw.find('\n') != std::string_view::npos) usable_ = false;  // what follows would stand on other lines
     if (t.kind != TokenKind::integer && t.kind != TokenKind::decimal && t.kind != TokenKind::string &&
         t.kind != TokenKind::nstring)
       usable_ = false;
     const auto& type = tokens_.literals[static_cast<std::size_t>(t.literal)].type;
+    // A long number has a wider type than the short ones that are read in its place.
+    const bool isLong = t.kind == TokenKind::integer   ? type.kind != tsql::TypeKind::integer
+                        : t.kind == TokenKind::decimal ? type.precision - type.scale > digitsThatFit
+                                                       : false;
+    if (isLong) usable_ = false;
     holes_.push_back({std::string(source.substr(from, t.pos.offset - from)), t.kind, t.literal, type.scale});
     from = t.pos.offset + t.length;
   }
@@ -60,9 +68,13 @@ bool BatchTemplate::read(const Hole& hole, std::string_view text, std::size_t& a
     }
     if (at >= text.size() || text[at] != '\'') return false;
     unsigned char bits = 0;
+    bool newLine = false;
     std::size_t end = at + 1;
-    for (; end < text.size() && text[end] != '\''; ++end) bits |= static_cast<unsigned char>(text[end]);
-    if (end == text.size() || (end + 1 < text.size() && text[end + 1] == '\'')) return false;
+    for (; end < text.size() && text[end] != '\''; ++end) {
+      bits |= static_cast<unsigned char>(text[end]);
+      newLine |= text[end] == '\n';
+    }
+    if (newLine || end == text.size() || (end + 1 < text.size() && text[end + 1] == '\'')) return false;
     const auto content = text.substr(at + 1, end - at - 1);
     const bool ascii = bits < 0x80;
     auto* known = std::get_if<std::string>(&value.value);
@@ -76,7 +88,6 @@ bool BatchTemplate::read(const Hole& hole, std::string_view text, std::size_t& a
     at = end + 1;
     return true;
   }
-  constexpr int digitsThatFit = 9;
   const std::size_t begin = at;
   std::int64_t number = 0;
   int digits = 0;

@@ -106,6 +106,19 @@ bool isCompound(const std::vector<tsql::ast::StatementPtr>& statements) {
   }
 }
 
+// Where the tokens' lines begin. A tree knows the lines of the text that it was made of, and its failures name them.
+std::string linesOf(const TokenStream& tokens) {
+  std::string lines;
+  int line = 1;
+  for (std::size_t i = 0; i < tokens.tokens.size(); ++i) {
+    const int at = tokens.tokens[i].pos.line;
+    if (at == line) continue;
+    lines += '\n' + std::to_string(i) + ' ' + std::to_string(at);
+    line = at;
+  }
+  return lines;
+}
+
 }  // namespace
 
 Session::Session(std::shared_ptr<Server> server, const std::string& database)
@@ -163,7 +176,7 @@ void Session::execute(const std::string& batch, ResultSink& sink, const std::vec
 std::shared_ptr<ParsedBatch> Session::Impl::parsed(const TokenStream& tokens, bool& isKnown) {
   std::string key;
   if (cacheOn) {
-    key = lowerName(current) + "\n" + tokens.shape();
+    key = lowerName(current) + "\n" + tokens.shape() + linesOf(tokens);
     if (const auto it = batches.find(key); it != batches.end())
       for (const auto& known : it->second) {
         // Literals that are part of the tree itself (sizes of types and the like) have to be the same.

@@ -184,14 +184,14 @@ private:
   }
 
   void cheques() {
-    for (auto& [key, carry] : carries_) carry.cheques.emplace();
+    for (auto& [key, carry] : carries_) carry.cheques = BankCarry::Count{};
     const std::string outstanding =
         "select v.ccode,v.cexch_name,count(*) as cheques" + onBankAccounts("rp_cheque") + " and v.dout is null";
     const auto count = [&](const std::string& more, std::int64_t BankCarry::Count::*member) {
       each(outstanding + more + " group by v.ccode,v.cexch_name", [&](const Recordset& row) {
         BankCarry* carry = carryOf(row);
         if (carry == nullptr) return;
-        if (!carry->cheques) carry->cheques.emplace();
+        if (!carry->cheques) carry->cheques = BankCarry::Count{};
         (*carry->cheques).*member += row.Field("cheques").asInteger();
       });
     };

@@ -72,7 +72,8 @@ BoundPtr substring(const Call& c) {
   if (!isText(x->type.kind) && !isBinary(x->type.kind) && x->type.kind != TypeKind::null)
     fail(8116, "Argument data type " + x->type.baseName() + " is invalid for argument 1 of substring function.",
          c.f.pos);
-  x = c.b.convertTo(std::move(x), isText(x->type.kind) ? x->type : typeOf(TypeKind::varchar, 8000));
+  const SqlType converted = isText(x->type.kind) ? x->type : typeOf(TypeKind::varchar, 8000);
+  x = c.b.convertTo(std::move(x), converted);
   const SqlType t = textLike(x->type, x->type.length);
   auto start = c.asInt(1);
   auto length = c.asInt(2);

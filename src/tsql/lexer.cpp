@@ -44,6 +44,15 @@ std::string excerpt(std::string_view text) {
   return std::string(text.substr(0, length));
 }
 
+// Bytes that continue a character; fails when the name has too many characters.
+std::size_t requireNameLength(std::string_view name, SourcePos pos) {
+  const auto inside = static_cast<std::size_t>(std::count_if(name.begin(), name.end(), isContinuation));
+  if (name.size() - inside > maximumNameLength)
+    throw SqlError(103, "The identifier that starts with '" + excerpt(name) + "' is too long. Maximum length is 128.",
+                   pos, 15);
+  return inside;
+}
+
 class Lexer {
 public:
   explicit Lexer(TokenStream& target)
@@ -147,12 +156,7 @@ void Lexer::identifier() {
   while (p != end && has(*p, identifierPart)) ++p;
   Token& token = add(TokenKind::identifier, p);
   token.text.assign(at, p);
-  const auto inside = static_cast<std::size_t>(std::count_if(at, p, isContinuation));
-  if (token.length - inside > maximumNameLength)
-    throw SqlError(103,
-                   "The identifier that starts with '" + excerpt(token.text) + "' is too long. Maximum length is 128.",
-                   token.pos, 15);
-  continuations += inside;
+  continuations += requireNameLength(token.text, token.pos);
   at = p;
 }
 
@@ -265,17 +269,7 @@ void Lexer::quotedIdentifier(char close) {
     token.text += *p;
     if (*p == close) ++p;
   }
-  if (token.text.empty())
-    throw SqlError(1038,
-                   "An object or column name is missing or empty. For SELECT INTO statements, verify each column has a "
-                   "name. For other statements, look for empty alias names. Aliases defined as \"\" or [] are not "
-                   "allowed. Add a name or single space as the alias name.",
-                   token.pos, 15);
-  const auto inside = static_cast<std::size_t>(std::count_if(token.text.begin(), token.text.end(), isContinuation));
-  if (token.text.size() - inside > maximumNameLength)
-    throw SqlError(103,
-                   "The identifier that starts with '" + excerpt(token.text) + "' is too long. Maximum length is 128.",
-                   token.pos, 15);
+  requireQuotedName(token.text, token.pos);
   moveTo(last + 1);
 }
 
@@ -363,6 +357,16 @@ void Lexer::run() {
 }
 
 }  // namespace
+
+void requireQuotedName(std::string_view name, SourcePos pos) {
+  if (name.empty())
+    throw SqlError(1038,
+                   "An object or column name is missing or empty. For SELECT INTO statements, verify each column has a "
+                   "name. For other statements, look for empty alias names. Aliases defined as \"\" or [] are not "
+                   "allowed. Add a name or single space as the alias name.",
+                   pos, 15);
+  requireNameLength(name, pos);
+}
 
 TokenStream lex(std::string source) {
   TokenStream stream;

@@ -202,7 +202,10 @@ SelectItem Parser::selectItem() {
     return item;
   }
   const auto alias = [this] {
-    if (peek().isLiteral()) fixLiteral(peek());
+    if (peek().isLiteral()) {
+      fixLiteral(peek());
+      requireQuotedName(peek().text, peek().pos);
+    }
     return take().text;
   };
   if (peek().kind == TokenKind::variable && isMark("=", 1)) {

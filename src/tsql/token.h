@@ -63,4 +63,7 @@ struct TokenStream {
 // 113 "Missing end comment mark '*/'.", 102 for a character that begins nothing.
 TokenStream lex(std::string source);
 
+// A name between quotes, or a text that is an alias. Throws 1038 for an empty one, 103 for more than 128 characters.
+void requireQuotedName(std::string_view name, SourcePos pos);
+
 }  // namespace tsql

@@ -91,6 +91,26 @@ TEST_F(SessionTest, AnAmountComparesWithNumbersOfAnyLengthAlsoInAKnownStatement)
   }
 }
 
+TEST_F(SessionTest, AShortNumberInTheFormOfALongOneKeepsItsOwnType) {
+  for (int round = 0; round < 3; ++round) EXPECT_EQ(rows(a, "select 7777777777/2"), (Rows{"3888888888.5"}));
+  for (int round = 0; round < 3; ++round) EXPECT_EQ(rows(a, "select 7/2"), (Rows{"3"}));
+  for (int round = 0; round < 3; ++round) EXPECT_EQ(rows(a, "select 7777777777/2"), (Rows{"3888888888.5"}));
+}
+
+TEST_F(SessionTest, AFailureNamesTheLineOfItsOwnTextAlsoInAKnownStatement) {
+  const auto lineOf = [this](const std::string& batch) {
+    const Answers answers = ask(a, batch);
+    return answers.failures.empty() ? 0 : answers.failures.front().pos.line;
+  };
+  for (int round = 0; round < 3; ++round) {
+    EXPECT_EQ(lineOf("select N'a', 1 from nowhere"), 1);
+    EXPECT_EQ(lineOf("select N'a',\n1 from nowhere"), 2);
+    EXPECT_EQ(lineOf("\n\nselect N'a', 1 from nowhere"), 3);
+    EXPECT_EQ(lineOf("select N'a\nb', 1 from nowhere"), 2) << "the text has a line of its own";
+    EXPECT_EQ(lineOf("select N'ab', 1 from nowhere"), 1);
+  }
+}
+
 TEST_F(SessionTest, AQuoteInsideATextOfAKnownFormIsReadAsTheLexerReadsIt) {
   run(a, "create table t (c nvarchar(40) null)");
   for (const char* text : {"one", "two", "it''s", "three", "''", ""})

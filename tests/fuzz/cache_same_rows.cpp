@@ -35,8 +35,13 @@ class Record : public embedded::ResultSink {
 public:
   void columns(const std::vector<embedded::ColumnInfo>& c) override {
     text += "columns";
-    for (const auto& i : c) text += " [" + i.name + " " + i.type.name() + "]";
+    for (const auto& i : c) text += " [" + i.name + " " + typeName(i.type) + "]";
     text += '\n';
+  }
+  // A statement of a known form keeps the whole digits of the first number that stood there, 0.5 or 21.5, for the
+  // column that shows it; no value depends on them.
+  static std::string typeName(const tsql::SqlType& type) {
+    return type.kind == tsql::TypeKind::decimal ? "decimal(*," + std::to_string(type.scale) + ")" : type.name();
   }
   // Bytes have no text of their own.
   static std::string spelled(const platform::Value& v) {

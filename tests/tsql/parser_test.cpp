@@ -172,6 +172,10 @@ TEST(Select, Aliases) {
   std::vector<std::string> aliases;
   for (const auto& item : p.as<SelectStatement>().select->items) aliases.push_back(item.alias);
   EXPECT_THAT(aliases, ElementsAre("x", "my y", "z", "w", "q", "r", "s"));
+  // A text that names a column is held to what a name is held to.
+  EXPECT_EQ(errorOf("select a '" + std::string(129, 'z') + "' from t").number, 103);
+  EXPECT_EQ(errorOf("select '" + std::string(129, 'z') + "'=a from t").number, 103);
+  EXPECT_EQ(errorOf("select a as '' from t").number, 1038);
 }
 
 TEST(Select, Stars) {
