@@ -27,9 +27,10 @@ std::string utf8(const wchar_t* text) {
 }  // namespace
 
 void prepareTerminal() {
-  constexpr int binaryMode = 0x8000;  // line feeds stay line feeds
+  constexpr int binaryMode = 0x8000;  // line feeds stay line feeds, also where both outputs go into one file
   SetConsoleOutputCP(CP_UTF8);
   _setmode(_fileno(stdout), binaryMode);
+  _setmode(_fileno(stderr), binaryMode);
   _setmode(_fileno(stdin), binaryMode);
 }
 

@@ -41,6 +41,19 @@ void dropDatabase(const ServerPtr& server, const std::string& database) noexcept
   }
 }
 
+// A new database with the definitions of a script, or none. One transaction: nobody meets half of the tables, also
+// where the process is killed, and where files are slow a commit for each of them would take most of the time.
+void createDefined(const ServerPtr& server, const std::string& database, std::string_view script) {
+  server->createDatabase(database);
+  try {
+    DatabaseDesk desk(server, database);
+    desk.transaction([&] { desk.runScript(definition(script)); });
+  } catch (...) {
+    dropDatabase(server, database);
+    throw;
+  }
+}
+
 struct Span {
   std::string database;
   int beginYear = 0, endYear = 0;
@@ -189,25 +202,13 @@ std::shared_ptr<Server> openServer(const ServerAddress& address, bool create) {
 
 bool ensureSystemDatabase(const ServerPtr& server) {
   if (server->hasDatabase(systemDatabase)) return false;
-  server->createDatabase(systemDatabase);
-  try {
-    DatabaseDesk(server, systemDatabase).runScript(definition("schema/system.sql"));
-  } catch (...) {
-    dropDatabase(server, systemDatabase);
-    throw;
-  }
+  createDefined(server, systemDatabase, "schema/system.sql");
   return true;
 }
 
 void createAccountDatabase(const ServerPtr& server, const std::string& database) {
   if (server->hasDatabase(database)) throw UsageError(server->title() + " has a database " + database + " already");
-  server->createDatabase(database);
-  try {
-    DatabaseDesk(server, database).runScript(definition("schema/account_set.sql"));
-  } catch (...) {
-    dropDatabase(server, database);
-    throw;
-  }
+  createDefined(server, database, "schema/account_set.sql");
 }
 
 std::string createAccount(const ServerPtr& server, const NewAccount& wanted) {

@@ -63,6 +63,13 @@ TEST_F(BadInputTest, WordsThatAreNotUnderstood) {
       "--accounts \"many\"");
 }
 
+// Whatever the system makes of a command line on its way.
+TEST_F(BadInputTest, WordsArriveLetterForLetter) {
+  for (const std::string word : {"", " ", "a b", "\"", "a \"b\" c", "c:\\ledger\\", "c:\\the ledger\\", "\\\"",
+                                 "\\\\\"x", "'", "*", "?", "%PATH%", "$HOME", "^", "&", "|", "<", "结转"})
+    EXPECT_EQ(gljz({word}).line(), "gljz: unknown command \"" + word + "\"; gljz --help lists the commands");
+}
+
 TEST_F(BadInputTest, WithoutACommandTheUsageIsShown) {
   const Answer none = gljz({});
   EXPECT_EQ(none.code, 2);

@@ -81,8 +81,13 @@ TEST_F(CliConditionsTest, AParameterFileShowsNoDialog) {
 class TerminalTest : public CliConditionsTest {
 protected:
   void SetUp() override {
-    if (std::system("command -v script >/dev/null 2>&1") != 0) GTEST_SKIP() << "there is no terminal to lend";
+    if (runProgram({"script", "--version"}).code != 0) GTEST_SKIP() << "there is no terminal to lend";
     CliConditionsTest::SetUp();
+  }
+  static std::string shellQuoted(const std::string& word) {
+    std::string out = "'";
+    for (const char c : word) out += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return out + "'";
   }
   // What the terminal showed.
   std::string type(const std::string& keys, int& code) const {
@@ -92,12 +97,9 @@ protected:
           std::string("--from"), std::string("2005"), std::string("--to"), std::string("2006"),
           std::string("--language"), std::string("en-US"), std::string("--report"), folder_.file("r.json")})
       command += " " + shellQuoted(word);
-    const std::string in = folder_.write("keys", keys);
-    const int status = std::system(("script -qec " + shellQuoted(command) + " /dev/null <" + shellQuoted(in) + " >" +
-                                    shellQuoted(folder_.file("screen")) + " 2>&1")
-                                       .c_str());
-    code = status >= 256 ? status / 256 : status;
-    return contentOf(folder_.file("screen"));
+    const Answer a = runProgram({"script", "-qec", command, "/dev/null"}, keys);
+    code = a.code;
+    return a.out + a.err;
   }
 };
 

@@ -1,12 +1,17 @@
 #pragma once
-// Runs the program as a person would, and keeps what it said.
+// Runs the program as a person would, and other programs that read what it wrote, and keeps what they said. No shell
+// stands between: arguments arrive letter for letter.
+//
+//   const Answer a = gljz({"sql", "--server", server, "-q", "select 1 as a"});
+//   const Answer text = runProgram({"pdftotext", "-layout", file, "-"});
 
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <vector>
 
 #include "host/temporary_folder.h"
+#include "host/utf8_path.h"
 
 namespace host::test {
 
@@ -17,27 +22,19 @@ struct Answer {
   std::string line() const { return err.ends_with('\n') ? err.substr(0, err.size() - 1) : err; }
 };
 
-inline std::string shellQuoted(const std::string& word) {
-  std::string out = "'";
-  for (const char c : word) out += c == '\'' ? std::string("'\\''") : std::string(1, c);
-  return out + "'";
-}
-
 inline std::string contentOf(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
+  std::ifstream in(pathOf(path), std::ios::binary);
   return {std::istreambuf_iterator<char>(in), {}};
 }
 
-// words: a list of arguments. input goes to standard input.
-inline Answer gljz(const std::vector<std::string>& words, const std::string& input = "") {
-  const TemporaryFolder folder;
-  folder.write("in", input);
-  std::string command = shellQuoted(GLJZ_PROGRAM);
-  for (const std::string& word : words) command += " " + shellQuoted(word);
-  command += " <" + shellQuoted(folder.file("in")) + " >" + shellQuoted(folder.file("out")) + " 2>" +
-             shellQuoted(folder.file("err"));
-  const int status = std::system(command.c_str());
-  return {status >= 256 ? status / 256 : status, contentOf(folder.file("out")), contentOf(folder.file("err"))};
+// Runs a program to its end. words: its file, or a name for which the system's search path is looked through, and its
+// arguments; UTF-8. input goes to standard input, and all three standard handles are files. The code is the program's
+// own; 127 when it cannot be started, 128 and the number of the signal that ended it on systems that have signals.
+Answer runProgram(const std::vector<std::string>& words, const std::string& input = "");
+
+inline Answer gljz(std::vector<std::string> words, const std::string& input = "") {
+  words.insert(words.begin(), GLJZ_PROGRAM);
+  return runProgram(words, input);
 }
 
 // What an answer of "--format csv" says, without the mark that stands at the head of a file.

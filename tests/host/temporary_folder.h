@@ -7,6 +7,8 @@
 #include <fstream>
 #include <string>
 
+#include "host/utf8_path.h"
+
 namespace host::test {
 
 class TemporaryFolder {
@@ -26,10 +28,10 @@ public:
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-  std::string text() const { return path_.string(); }
-  std::string file(const std::string& name) const { return (path_ / name).string(); }
+  std::string text() const { return textOf(path_); }
+  std::string file(const std::string& name) const { return textOf(path_ / pathOf(name)); }
   std::string write(const std::string& name, const std::string& content) const {
-    std::ofstream(path_ / name, std::ios::binary) << content;
+    std::ofstream(path_ / pathOf(name), std::ios::binary) << content;
     return file(name);
   }
 

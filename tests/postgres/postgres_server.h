@@ -17,11 +17,15 @@ public:
   PostgresServer(const PostgresServer&) = delete;
   PostgresServer& operator=(const PostgresServer&) = delete;
 
+  // Where its socket is; for processes that this one starts.
+  std::string folder() const;
   // An ODBC connection string without a database; more: keywords behind it, "UseDeclareFetch=1".
   std::string connectionString(const std::string& more = "") const;
   // The same as a connection text of the platform, for database "ledger", which exists.
   std::string connectionText(const std::string& more = "") const;
 
+  // The user that all connections are of that name none.
+  static constexpr const char* administrator = "postgres";
   // A user that must give its password, which all others need not.
   static constexpr const char* passwordUser = "clerk";
   static constexpr const char* password = "s3cret;{word}";

@@ -24,8 +24,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* administrator = "postgres";
-
 fs::path programs() {
   std::vector<fs::path> versions;
   std::error_code none;
@@ -209,12 +207,6 @@ PostgresServer::PostgresServer() : impl_(std::make_unique<Impl>()) {}
 PostgresServer::~PostgresServer() = default;
 
 // BoolsAsChar=0: flags are flags, as they are on the servers that the adapter is for.
-std::string PostgresServer::connectionString(const std::string& more) const {
-  return "Driver={PostgreSQL Unicode};Servername=" + impl_->folder.string() + ";Port=5432;BoolsAsChar=0" +
-         (more.find("UID=") == std::string::npos ? std::string(";UID=") + administrator : "") +
-         (more.empty() ? "" : ";" + more);
-}
-
-std::string PostgresServer::connectionText(const std::string& more) const {
-  return "Database=ledger;Server=odbc:" + connectionString(more) + ";";
+std::string PostgresServer::folder() const {
+  return impl_->folder.string();
 }

@@ -297,7 +297,7 @@ TEST_F(PagePrintTest, ABadLayoutIsAnErrorNumberOfTheControl) {
   std::ofstream(folder_.file("glrep/zh-CN/dzerrd.rep"), std::ios::binary) << "row\ntxt \"{P4}\"\n";
   frmJZBG().Grid1.rows = {{"h"}, {"1001"}};
   frmJZBG().command2_Click();
-  EXPECT_EQ(pages_.failure(), folder_.file("glrep/zh-CN/dzerrd.rep") + ":2: \"txt\" is no directive");
+  EXPECT_EQ(pages_.failure(), shown_.folder + "/glrep/zh-CN/dzerrd.rep:2: \"txt\" is no directive");
   EXPECT_FALSE(std::filesystem::exists(folder_.file("page.txt")));
 }
 
