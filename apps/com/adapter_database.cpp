@@ -24,6 +24,7 @@ constexpr int useServer = 2, useClient = 3;
 constexpr int openForwardOnly = 0, openStatic = 3;
 constexpr int lockOptimistic = 3;
 constexpr int commandIsText = 1;
+constexpr int notOffered = 3251;  // the provider does not have an operation
 constexpr int parameterIsText = 202, parameterGoesIn = 1;
 
 class AutomationRecordset final : public Recordset {
@@ -37,8 +38,8 @@ public:
   }
 
   bool IsOpen() const override { return open_; }
-  bool Bof() const override { return rows_.get(L"BOF").asBool(); }
-  bool Eof() const override { return rows_.get(L"EOF").asBool(); }
+  bool Bof() const override { return boolOf(rows_.call(L"BOF")); }
+  bool Eof() const override { return boolOf(rows_.call(L"EOF")); }
 
   std::size_t FieldCount() const override {
     needsCollection();
@@ -125,12 +126,14 @@ class AutomationRawConnection final : public platform::RawConnection {
 public:
   explicit AutomationRawConnection(const Pointer<IDispatch>& object) : connection_(object) {}
 
-  int State() const override { return static_cast<int>(connection_.get(L"State").asInteger()); }
+  int State() const override { return static_cast<int>(integerOf(connection_.call(L"State"))); }
   std::unique_ptr<Recordset> Open(const std::string& sql) override {
     return recordsetOf(objectOf(connection_.call(L"Execute", {Argument(Value(sql))}).get()));
   }
   std::unique_ptr<Recordset> OpenCommand(const std::string& sql, const std::vector<TextParameter>& parameters,
                                          int timeoutSeconds) override {
+    // The connection's time-out is that of its commands: one that is open takes no other.
+    if (connection_.has(L"CommandTimeout")) connection_.put(L"CommandTimeout", Value(timeoutSeconds));
     const Automation command(createByProgramId("ADODB.Command"));
     command.putObject(L"ActiveConnection", connection_.object());
     command.put(L"CommandText", Value(sql));
@@ -148,6 +151,24 @@ public:
 
 private:
   Automation connection_;
+};
+
+// The client's connection of one of our own.
+class NativeRawConnection final : public platform::RawConnection {
+public:
+  explicit NativeRawConnection(std::shared_ptr<Connection> connection) : connection_(std::move(connection)) {}
+
+  int State() const override { return raw().State(); }
+  std::unique_ptr<Recordset> Open(const std::string& sql) override { return raw().Open(sql); }
+  std::unique_ptr<Recordset> OpenCommand(const std::string& sql, const std::vector<TextParameter>& parameters,
+                                         int timeoutSeconds) override {
+    return raw().OpenCommand(sql, parameters, timeoutSeconds);
+  }
+
+private:
+  platform::RawConnection& raw() const { return connection_->RawConnection(); }
+
+  std::shared_ptr<Connection> connection_;
 };
 
 // The wrapper of the database client that the host's package brings.
@@ -204,10 +225,17 @@ public:
   void BeginTrans() override { client_.call(L"BeginTrans"); }
   void CommitTrans() override { client_.call(L"CommitTrans"); }
   void RollbackTrans() override { client_.call(L"RollbackTrans"); }
+  // The client stops behind each answer of a batch; a failure further on shows when it is walked to.
   std::int64_t ExecuteSql(const std::string& sql) override {
     Variant changed{Value(-1)};
-    client_.call(L"Execute", {Argument(Value(sql)), Argument::reference(changed)});
-    return valueOf(changed.get()).asInteger();
+    Pointer<IDispatch> answer =
+        objectOf(client_.call(L"Execute", {Argument(Value(sql)), Argument::reference(changed)}).get());
+    try {
+      while (answer) answer = objectOf(Automation(answer).call(L"NextRecordset").get());
+    } catch (const RunTimeError& e) {
+      if (e.number() != notOffered) throw;  // a provider that knows one answer only
+    }
+    return integerOf(changed);
   }
   std::unique_ptr<Recordset> OpenRecordset(const std::string& sql, int, CursorLocation location) override {
     const Pointer<IDispatch> object = createByProgramId("ADODB.Recordset");
@@ -233,6 +261,8 @@ std::unique_ptr<Recordset> recordsetOf(const Pointer<IDispatch>& object) {
 }
 
 std::unique_ptr<platform::RawConnection> rawConnectionOf(const Pointer<IDispatch>& object) {
+  if (Native native = nativeOf(object.get()); native.connection)
+    return std::make_unique<NativeRawConnection>(std::move(native.connection));
   return std::make_unique<AutomationRawConnection>(object);
 }
 

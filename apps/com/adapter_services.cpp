@@ -16,8 +16,16 @@ using platform::RunTimeError;
 using platform::SignRecord;
 using platform::Value;
 
-int intOf(const Value& value) {
-  return static_cast<int>(value.asInteger());
+// Whether a call that failed so may have failed for want of arguments: some script engines say no more than that it
+// did.
+bool wantsArguments(int failure) {
+  return failure == argumentMissing || failure == wrongArgumentCount || failure == static_cast<int>(E_FAIL);
+}
+
+constexpr std::size_t mostSelectors = 7;  // of GetCodeRecord
+
+int intOf(const Variant& answer) {
+  return static_cast<int>(integerOf(answer));
 }
 
 // The print service's tables, in a database of the older client.
@@ -43,12 +51,12 @@ public:
   std::string LoginAccId() const override { return login_.get(L"LoginAccId").displayText(); }
   std::string LoginYear() const override { return login_.get(L"LoginYear").displayText(); }
   std::string LoginLanguage() const override { return login_.get(L"LoginLanguage").displayText(); }
-  bool IsGFLogin() const override { return login_.get(L"IsGFLogin").asBool(); }
+  bool IsGFLogin() const override { return boolOf(login_.call(L"IsGFLogin")); }
   bool LoginOpenAccount(int purpose, std::string& text) override {
     Variant variable{Value(text)};
     const Variant done = login_.call(L"LoginOpenAccount", {Argument(Value(purpose)), Argument::reference(variable)});
     text = textOf(variable.get());
-    return valueOf(done.get()).asBool();
+    return boolOf(done);
   }
   void LoginMarkDone(int number, const std::string& systemId, int year, bool done) override {
     login_.call(L"LoginMarkDone",
@@ -91,27 +99,27 @@ public:
                                      Argument::leftOut(), Argument::leftOut()});
   }
 
+  // Always with both arguments: a script's function may know no optional ones.
   std::string ResText(const std::string& key, const std::vector<Value>* args) override {
-    Arguments arguments = {Argument(Value(key))};
-    if (args != nullptr) arguments.emplace_back(Variant::list(*args));
-    return value(L"ResText", arguments).displayText();
+    const Argument list = args != nullptr ? Argument(Variant::list(*args)) : Argument::leftOut();
+    return value(L"ResText", {Argument(Value(key)), list}).displayText();
   }
   int ServiceMsgBox(const std::string& prompt, int style, const std::string& title, const std::string& helpFile,
                     int context) override {
-    return intOf(value(L"ServiceMsgBox", {Argument(Value(prompt)), Argument(Value(style)), Argument(Value(title)),
+    return intOf(
+        services_.call(L"ServiceMsgBox", {Argument(Value(prompt)), Argument(Value(style)), Argument(Value(title)),
                                           Argument(Value(helpFile)), Argument(Value(context))}));
   }
   bool ServiceLocalize(platform::Form& form, const std::string& prefix, const std::string& second,
                        const std::string& third) override {
-    const Pointer<IDispatch> object = expose(form);
-    const Value done = value(L"ServiceLocalize", {Argument::object(object.get()), Argument(Value(prefix)),
-                                                  Argument(Value(second)), Argument(Value(third))});
-    return !done.isNull() && done.asBool();
+    const ExposedDialog dialog(form);
+    return boolOf(services_.call(L"ServiceLocalize", {Argument::object(dialog.object()), Argument(Value(prefix)),
+                                                      Argument(Value(second)), Argument(Value(third))}));
   }
 
-  int CurrentYearInfo() override { return intOf(services_.get(L"CurrentYearInfo")); }
-  int AccountYearInfo() override { return intOf(services_.get(L"AccountYearInfo")); }
-  int iStartYear() override { return intOf(services_.get(L"iStartYear")); }
+  int CurrentYearInfo() override { return intOf(services_.call(L"CurrentYearInfo")); }
+  int AccountYearInfo() override { return intOf(services_.call(L"AccountYearInfo")); }
+  int iStartYear() override { return intOf(services_.call(L"iStartYear")); }
   DateTime CalendarInfo(int a, int b) override {
     return value(L"CalendarInfo", {Argument(Value(a)), Argument(Value(b))}).asDateTime();
   }
@@ -121,7 +129,8 @@ public:
     Variant calendar;
     try {
       calendar = services_.call(L"YearCalendar");
-    } catch (const RunTimeError&) {
+    } catch (const RunTimeError& e) {
+      if (!wantsArguments(e.number())) throw;
       calendar = services_.call(L"YearCalendar", arguments);
     }
     if (const Pointer<IDispatch> object = objectOf(calendar.get()))
@@ -141,10 +150,12 @@ public:
   }
   std::string OperatorName() override { return services_.get(L"OperatorName").displayText(); }
 
+  // Always with all selectors, those that are not asked for left out, for the same reason.
   void GetCodeRecord(const std::string& code, CodeRecord& record, const std::vector<int>& selectors) override {
     const Pointer<PropertyBag> bag = bagOf(CodeRecord{});
     Arguments arguments = {Argument(Value(code)), Argument::object(bag.get())};
-    for (const int selector : selectors) arguments.emplace_back(Value(selector));
+    for (std::size_t i = 0; i < mostSelectors; ++i)
+      arguments.push_back(i < selectors.size() ? Argument(Value(selectors[i])) : Argument::leftOut());
     services_.call(L"GetCodeRecord", arguments);
     record = {};
     read(Automation(share<IDispatch>(bag.get())), record);
@@ -173,14 +184,16 @@ public:
 
   bool GetSignRecord(const std::string& csign, SignRecord& record) override {
     const Pointer<PropertyBag> bag = bagOf(SignRecord{});
-    const Value found = value(L"GetSignRecord", {Argument(Value(csign)), Argument::object(bag.get())});
+    const bool found = boolOf(services_.call(L"GetSignRecord", {Argument(Value(csign)), Argument::object(bag.get())}));
     record = {};
     read(Automation(share<IDispatch>(bag.get())), record);
-    return !found.isNull() && found.asBool();
+    return found;
   }
-  bool SignExists(const std::string& csign) override { return value(L"SignExists", {Argument(Value(csign))}).asBool(); }
+  bool SignExists(const std::string& csign) override {
+    return boolOf(services_.call(L"SignExists", {Argument(Value(csign))}));
+  }
   bool SettleStyleExists(const std::string& csettle) override {
-    return value(L"SettleStyleExists", {Argument(Value(csettle))}).asBool();
+    return boolOf(services_.call(L"SettleStyleExists", {Argument(Value(csettle))}));
   }
   std::string TranslateWord(const std::string& word) override {
     return value(L"TranslateWord", {Argument(Value(word))}).displayText();

@@ -15,6 +15,19 @@ public:
   virtual IDispatch* object() const = 0;
 };
 
+// What a member answered, as the platform reads it: nothing assigned (VT_EMPTY, a script's function that never set its
+// result) is False and 0. Null and texts that say neither are failures, as everywhere.
+inline platform::Value assigned(const Variant& answer, const platform::Value& nothing) {
+  const VARIANT* v = behindReferences(answer.get());
+  return v == nullptr || v->vt == VT_EMPTY ? nothing : valueOf(v);
+}
+inline bool boolOf(const Variant& answer) {
+  return assigned(answer, platform::Value(false)).asBool();
+}
+inline std::int64_t integerOf(const Variant& answer) {
+  return assigned(answer, platform::Value(0)).asInteger();
+}
+
 // Two references stand for the same object when their IUnknown is the same.
 bool sameObject(IUnknown* a, IUnknown* b);
 

@@ -22,7 +22,7 @@
 
 namespace com {
 
-inline constexpr int noSuchMember = 438;
+inline constexpr int noSuchMember = 438, argumentMissing = 449, wrongArgumentCount = 450;
 
 // One argument of a call, by value or by reference to a variable of the caller.
 class Argument {

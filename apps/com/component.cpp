@@ -21,7 +21,7 @@ std::atomic<long> serverLocks{0};
 
 using Maker = Pointer<IDispatch> (*)();
 
-// One for each class of the component; it lives as long as the DLL.
+// One for each class of the component; it lives as long as the DLL, which stays while a host holds it.
 class ClassFactory final : public IClassFactory {
 public:
   explicit ClassFactory(Maker make) : make_(make) {}
@@ -30,10 +30,11 @@ public:
     if (object == nullptr) return E_POINTER;
     const bool known = IsEqualIID(id, IID_IUnknown) || IsEqualIID(id, IID_IClassFactory);
     *object = known ? static_cast<IClassFactory*>(this) : nullptr;
+    if (known) AddRef();
     return known ? S_OK : E_NOINTERFACE;
   }
-  ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-  ULONG STDMETHODCALLTYPE Release() override { return 1; }
+  ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++serverLocks) + 1; }
+  ULONG STDMETHODCALLTYPE Release() override { return static_cast<ULONG>(--serverLocks) + 1; }
 
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID id, void** object) override {
     if (object == nullptr) return E_POINTER;
@@ -102,7 +103,7 @@ STDAPI DllGetClassObject(REFCLSID classId, REFIID id, void** object) {
 }
 
 STDAPI DllCanUnloadNow() {
-  const bool idle = com::livingObjects == 0 && com::serverLocks == 0 && !com::runHoldsObjects();
+  const bool idle = com::livingObjects == 0 && com::serverLocks == 0 && !com::runStateBegan();
   return idle ? S_OK : S_FALSE;
 }
 

@@ -34,12 +34,21 @@ public:
     for (Variant& variable : variables) passed.push_back(com::Argument::reference(variable));
     const Variant answer = component_.call(windows::wide(operation).c_str(), passed);
     for (std::size_t i = 0; i < arguments.size(); ++i) takeBack(arguments[i], kinds[i], variables[i]);
-    return isObject(answer.get()) ? Value() : valueOf(answer.get());
+    return read(answer);
   }
 
 private:
   enum class Kind { value, connection, services };
 
+  // What no value stands for, an object or an array, is Null to the system.
+  static Value read(const Variant& variable) {
+    if (isObject(variable.get())) return {};
+    try {
+      return valueOf(variable.get());
+    } catch (const RunTimeError&) {
+      return {};
+    }
+  }
   // The system hands out its own objects only: they are known by where they are.
   static Kind kindOf(const Argument& argument) {
     if (!argument.object) return Kind::value;
@@ -68,7 +77,7 @@ private:
     else if (kind == Kind::services)
       argument.object = servicesOf(objectOf(variable.get()));
     else
-      argument.value = valueOf(variable.get());
+      argument.value = read(variable);
   }
 
   Automation component_;

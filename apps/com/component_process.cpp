@@ -1,5 +1,6 @@
 #include "component_process.h"
 
+#include <atomic>
 #include <ctime>
 #include <exception>
 #include <filesystem>
@@ -31,18 +32,27 @@ std::vector<std::weak_ptr<const OpenServer>>& openServers() {
   return servers;
 }
 
-std::shared_ptr<Connection> connectionFor(const std::string& text) {
+// The address of a server that a connection text names; nothing for the database client's texts. That of an ODBC server
+// is the last part, since it has semicolons of its own; one more ends the text.
+std::optional<std::string> serverOf(const std::string& text) {
   constexpr std::string_view key = "Server=";
-  for (const auto& known : openServers())
-    if (const auto open = known.lock())
-      if (text.find(std::string(key) + open->address.text) != std::string::npos) return open->server->newConnection();
   for (const std::string_view kind : {"embedded:", "odbc:"})
     if (const auto at = text.find(std::string(key) + std::string(kind)); at != std::string::npos) {
-      const std::string address = text.substr(at + key.size());
-      const auto end = kind == "embedded:" ? address.find(';') : std::string::npos;
-      return host::openAnyServer(host::parseServer(address.substr(0, end)))->newConnection();
+      std::string address = text.substr(at + key.size());
+      if (kind == "embedded:") return address.substr(0, address.find(';'));
+      if (address.ends_with(';')) address.pop_back();
+      return address;
     }
-  return clientConnection();
+  return std::nullopt;
+}
+
+// The server that was opened last under the address knows its credentials, which no connection text holds.
+std::shared_ptr<Connection> connectionFor(const std::string& text) {
+  const auto address = serverOf(text);
+  if (!address) return clientConnection();
+  for (auto known = openServers().rbegin(); known != openServers().rend(); ++known)
+    if (const auto open = known->lock(); open && open->address.text == *address) return open->server->newConnection();
+  return host::openAnyServer(host::parseServer(*address))->newConnection();
 }
 
 // A connection object that has not been opened yet knows nothing of where it will lead.
@@ -143,6 +153,7 @@ public:
     surroundings_.components = components_.get();
     surroundings_.debug = &debug_;
     surroundings_.today = today;
+    surroundings_.text = [](const std::string& key) { return host::Messages(languageOfRun()).text(key); };
     platform::setSurroundings(&surroundings_);
   }
   Process(const Process&) = delete;
@@ -179,6 +190,7 @@ std::optional<DateTime>& fixedToday() {
 }
 
 int runsUnderWay = 0;
+std::atomic<bool> runState{false};
 
 Process& process() {
   static Process instance;
@@ -211,8 +223,12 @@ void prepareProcess() {
   process();
 }
 
-bool runHoldsObjects() {
-  return gljz::run.m_pubCls || gljz::run.m_login || gljz::run.m_conn;
+void beginRunState() {
+  runState = true;
+}
+
+bool runStateBegan() {
+  return runState;
 }
 
 void abandonRun() {

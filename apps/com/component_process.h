@@ -32,8 +32,9 @@ private:
   int failures_;
 };
 
-// True while the run state holds objects of a host or a connection: the component's code is needed then.
-bool runHoldsObjects();
+// The run state lives until the process ends, and with it the component's code: true from the first clsGLJZ on.
+void beginRunState();
+bool runStateBegan();
 // The process ends: what is held is left where it is, since the objects' own code may be gone.
 void abandonRun();
 

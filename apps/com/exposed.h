@@ -14,7 +14,18 @@ Pointer<IDispatch> expose(std::shared_ptr<platform::Connection> connection);
 Pointer<IDispatch> expose(std::shared_ptr<platform::ZwPubCls> services);
 Pointer<IDispatch> expose(std::shared_ptr<platform::Login> login);
 Pointer<IDispatch> expose(std::unique_ptr<platform::Recordset> rows);
-// The form has to outlive the object; it is used for one call.
-Pointer<IDispatch> expose(platform::Form& form);
+
+// A dialog for one call: behind it the object answers error 91, whoever has kept it.
+class ExposedDialog {
+public:
+  explicit ExposedDialog(platform::Form& form);
+  ~ExposedDialog();
+  ExposedDialog(const ExposedDialog&) = delete;
+  ExposedDialog& operator=(const ExposedDialog&) = delete;
+  IDispatch* object() const { return object_.get(); }
+
+private:
+  Pointer<IDispatch> object_;
+};
 
 }  // namespace com

@@ -119,10 +119,11 @@ private:
   Rows rows_;
 };
 
-// The database client's connection behind one of ours. It lives with it.
+// The database client's connection behind one of ours. It lives with it, and is itself again when it comes back.
 class ExposedRawConnection final : public TableObject<ExposedRawConnection> {
 public:
-  explicit ExposedRawConnection(std::shared_ptr<Connection> connection) : connection_(std::move(connection)) {}
+  explicit ExposedRawConnection(std::shared_ptr<Connection> connection)
+      : native_{std::move(connection), nullptr, nullptr} {}
   static const MemberTable<ExposedRawConnection>& members() {
     using R = ExposedRawConnection;
     static const MemberTable<R> table = {
@@ -133,12 +134,13 @@ public:
   }
 
 private:
-  Variant state(const Invocation&) { return Variant(Value(connection_->RawConnection().State())); }
-  Variant execute(const Invocation& call) {
-    return Variant(expose(connection_->RawConnection().Open(call.text(0))).get());
-  }
+  void* interfaceOf(REFIID id) override { return IsEqualIID(id, nativeInterface) ? &native_ : nullptr; }
+  platform::RawConnection& raw() const { return native_.connection->RawConnection(); }
 
-  std::shared_ptr<Connection> connection_;
+  Variant state(const Invocation&) { return Variant(Value(raw().State())); }
+  Variant execute(const Invocation& call) { return Variant(expose(raw().Open(call.text(0))).get()); }
+
+  Native native_;
 };
 
 class ExposedConnection final : public TableObject<ExposedConnection> {

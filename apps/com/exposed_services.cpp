@@ -83,6 +83,33 @@ private:
   Native native_;
 };
 
+// The print service's tables. They live with the services.
+class ExposedFormatDatabase final : public TableObject<ExposedFormatDatabase> {
+public:
+  explicit ExposedFormatDatabase(std::shared_ptr<ZwPubCls> services) : services_(std::move(services)) {}
+  static const MemberTable<ExposedFormatDatabase>& members() {
+    using D = ExposedFormatDatabase;
+    static const MemberTable<D> table = {
+        {L"Name", 1, propertyGet, {}, 0, &D::name},
+        {L"Execute", 2, method, {L"sql"}, 1, &D::execute},
+        {L"OpenRecordset", 3, method, {L"table"}, 1, &D::openRecordset},
+    };
+    return table;
+  }
+
+private:
+  Variant name(const Invocation&) { return Variant(Value(services_->FormatDb().Name())); }
+  Variant execute(const Invocation& call) {
+    services_->FormatDb().Execute(call.text(0));
+    return {};
+  }
+  Variant openRecordset(const Invocation& call) {
+    return Variant(expose(services_->FormatDb().OpenTable(call.text(0))).get());
+  }
+
+  std::shared_ptr<ZwPubCls> services_;
+};
+
 class ExposedServices final : public TableObject<ExposedServices> {
 public:
   explicit ExposedServices(std::shared_ptr<ZwPubCls> services) : native_{nullptr, std::move(services), nullptr} {}
@@ -125,6 +152,7 @@ public:
         {L"SignExists", 24, method, {L"csign"}, 1, &S::signExists},
         {L"SettleStyleExists", 25, method, {L"csettle"}, 1, &S::settleStyleExists},
         {L"TranslateWord", 26, method, {L"word"}, 1, &S::translateWord},
+        {L"FormatDb", 27, propertyGet, {}, 0, &S::formatDatabase},
     };
     return table;
   }
@@ -217,14 +245,18 @@ private:
     return Variant(Value(services().SettleStyleExists(call.text(0))));
   }
   Variant translateWord(const Invocation& call) { return text(services().TranslateWord(call.text(0))); }
+  Variant formatDatabase(const Invocation&) {
+    return Variant(adopt<IDispatch>(new ExposedFormatDatabase(native_.services)).get());
+  }
 
   Native native_;
 };
 
-// The dialog's name, and its captions by the names of its controls; an empty name is the dialog's own.
+// The dialog's name, and its captions by the names of its controls; an empty name is the dialog's own. The object may
+// be kept for longer than the call that it was made for, the dialog not.
 class ExposedForm final : public TableObject<ExposedForm> {
 public:
-  explicit ExposedForm(platform::Form& form) : form_(form) {}
+  explicit ExposedForm(platform::Form& form) : form_(&form) {}
   static const MemberTable<ExposedForm>& members() {
     using F = ExposedForm;
     static const MemberTable<F> table = {
@@ -233,12 +265,16 @@ public:
     };
     return table;
   }
-  platform::Form& form() { return form_; }
+  platform::Form& form() const {
+    if (form_ == nullptr) throw RunTimeError(RunTimeError::objectNotSet, "The dialog has gone");
+    return *form_;
+  }
+  void letGo() { form_ = nullptr; }
 
 private:
   void* interfaceOf(REFIID id) override { return IsEqualIID(id, formInterface) ? this : nullptr; }
 
-  Variant name(const Invocation&) { return Variant(Value(form_.Name())); }
+  Variant name(const Invocation&) { return Variant(Value(form().Name())); }
   Variant caption(const Invocation& call) {
     const std::string wanted = call.text(0);
     Variant result;
@@ -251,7 +287,7 @@ private:
       else
         result = Variant(Value(caption));
     };
-    if (auto* dialog = dynamic_cast<gljz::Dialog*>(&form_)) dialog->visitCaptions(look);
+    if (auto* dialog = dynamic_cast<gljz::Dialog*>(&form())) dialog->visitCaptions(look);
     if (!found) throw RunTimeError(RunTimeError::invalidCall, "The dialog has no control " + wanted);
     return result;
   }
@@ -260,7 +296,7 @@ public:
   static constexpr GUID formInterface = {0x63f6d6c9, 0xeef5, 0x495a, {0xb9, 0x1a, 0x84, 0xcd, 0x47, 0x94, 0xd3, 0xc4}};
 
 private:
-  platform::Form& form_;
+  platform::Form* form_;
 };
 
 Variant ExposedServices::localize(const Invocation& call) {
@@ -283,8 +319,10 @@ Pointer<IDispatch> expose(std::shared_ptr<platform::Login> login) {
   return adopt<IDispatch>(new ExposedLogin(std::move(login)));
 }
 
-Pointer<IDispatch> expose(platform::Form& form) {
-  return adopt<IDispatch>(new ExposedForm(form));
+ExposedDialog::ExposedDialog(platform::Form& form) : object_(adopt<IDispatch>(new ExposedForm(form))) {}
+
+ExposedDialog::~ExposedDialog() {
+  static_cast<ExposedForm*>(object_.get())->letGo();
 }
 
 }  // namespace com

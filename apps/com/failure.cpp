@@ -3,6 +3,7 @@
 #include <new>
 #include <string>
 
+#include "automation.h"
 #include "pointer.h"
 #include "variant.h"
 #include "windows/wide_text.h"
@@ -28,6 +29,13 @@ int numberOf(HRESULT code) {
       return RunTimeError::typeMismatch;
     case DISP_E_OVERFLOW:
       return RunTimeError::overflow;
+    case DISP_E_PARAMNOTOPTIONAL:
+      return argumentMissing;
+    case DISP_E_BADPARAMCOUNT:
+      return wrongArgumentCount;
+    case DISP_E_MEMBERNOTFOUND:
+    case DISP_E_UNKNOWNNAME:
+      return noSuchMember;
     case CO_E_CLASSSTRING:
     case REGDB_E_CLASSNOTREG:
       return RunTimeError::cannotCreate;

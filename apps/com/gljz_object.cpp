@@ -72,6 +72,7 @@ public:
   GljzObject() {
     prepareProcess();
     gljz_ = std::make_unique<gljz::clsGLJZ>();
+    beginRunState();
     ++livingObjects;
   }
   GljzObject(const GljzObject&) = delete;

@@ -30,7 +30,8 @@ public:
   bool writes() const { return newValue_ != nullptr; }  // a property is set
   VARIANT* newValue() const { return newValue_; }
 
-  bool has(std::size_t i) const { return !isMissing(at(i)); }
+  // Whether an optional argument was given. A variable that nothing has been assigned to (a script's undefined) is not.
+  bool has(std::size_t i) const { return !isMissing(at(i)) && behindReferences(at(i))->vt != VT_EMPTY; }
   VARIANT* at(std::size_t i) const { return i < arguments_.size() ? arguments_[i] : nullptr; }
   // RunTimeError 13 for what cannot be read so. A text that is left out is empty.
   std::string text(std::size_t i) const { return textOf(at(i)); }

@@ -60,7 +60,10 @@ bool separateDatabases() {
 }
 
 std::string GetResString(std::string_view key, const std::vector<Value>& args) {
-  if (!run.m_pubCls) return std::string(key);  // nobody to ask: the entries report so that there are no services
+  if (!run.m_pubCls) {  // the entries report so that there are no services
+    const auto& text = platform::surroundings().text;
+    return text ? text(std::string(key)) : std::string(key);
+  }
   return run.m_pubCls->ResText(std::string(key), args.empty() ? nullptr : &args);
 }
 

@@ -45,6 +45,8 @@ public:
   Printing(const std::string& language, PrintWishes wishes, DialogView* person);
 
   platform::PrintControl* control() { return &control_; }
+  // See PagePrint.
+  void readTablesOf(platform::FormatDatabase* database) { pages_.readTablesOf(database); }
   // The wished prints, with the dialogs shown.
   void closingReport(gljz::FrmJZBG& form);
   // Whether the dialog was opened for a wished print, which is then done.

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 #include "platform/database.h"
 #include "platform/forms.h"
@@ -20,6 +21,8 @@ struct Surroundings {
   ComponentFactory* components = nullptr;
   DebugOutput* debug = nullptr;
   std::function<DateTime()> today;  // the host's clock, a date without a time of day
+  // The words of a message key while there are no services to ask for them. Empty: the key stands for itself.
+  std::function<std::string(const std::string& key)> text;
 };
 
 // The process's surroundings. RunTimeError 91 while none are set.

@@ -11,6 +11,7 @@
 #include "TqGLJZ.h"
 #include "automation.h"
 #include "pointer.h"
+#include "text_by_reference.h"
 #include "variant.h"
 
 namespace com::test {
@@ -34,20 +35,6 @@ void removeFoldersOfEarlierPrograms();
 
 // Creates objects by program id, as a host does.
 Pointer<IDispatch> create(const wchar_t* programId);
-
-// A text by reference.
-class Text {
-public:
-  explicit Text(std::string_view text = {}) : text_(newText(text)) {}
-  ~Text() { SysFreeString(text_); }
-  Text(const Text&) = delete;
-  Text& operator=(const Text&) = delete;
-  BSTR* operator&() { return &text_; }
-  std::string value() const { return textOf(text_); }
-
-private:
-  BSTR text_;
-};
 
 // The error object of the thread, after a call by slot has failed.
 struct ComError {

@@ -5,17 +5,18 @@
 #include "component_host.h"
 #include "dispatch_object.h"
 #include "host/messages.h"
+#include "offered_class.h"
+#include "relay.h"
 
 namespace com::test {
 namespace {
 
 using platform::Value;
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 std::vector<std::string> calls;
 bool siblingAnswers = true;
-IDispatch* replacement = nullptr;  // what the clearing component puts in the services' place
+IDispatch* replacement = nullptr;  // what a component puts in the place of the first object that it gets
 
 constexpr CLSID siblingId = {0x5a0f2a61, 0x1c0e, 0x4b0b, {0x8e, 0x55, 0x27, 0x3f, 0x0d, 0x10, 0x55, 0x01}};
 constexpr CLSID clearingId = {0x5a0f2a61, 0x1c0e, 0x4b0b, {0x8e, 0x55, 0x27, 0x3f, 0x0d, 0x10, 0x55, 0x02}};
@@ -34,6 +35,7 @@ private:
     calls.push_back("JZ " + connection.get(L"ConnectionText").asText().substr(0, 24) + " " +
                     services.get(L"CurrentYearInfo").asText() + " \"" + call.text(2) + "\"");
     call.setText(2, "the sibling's message");
+    if (replacement) call.setObject(0, replacement);
     return Variant(Value(siblingAnswers));
   }
 };
@@ -66,46 +68,6 @@ private:
   }
 };
 
-template <class T>
-class Factory final : public IClassFactory {
-public:
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-    if (!IsEqualIID(id, IID_IUnknown) && !IsEqualIID(id, IID_IClassFactory)) return E_NOINTERFACE;
-    *object = this;
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-  ULONG STDMETHODCALLTYPE Release() override { return 1; }
-  HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID id, void** object) override {
-    return adopt<DispatchObject>(new T)->QueryInterface(id, object);
-  }
-  HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
-};
-
-// A class that this process offers under a program id, while it lives.
-template <class T>
-class Offered {
-public:
-  Offered(const CLSID& id, std::wstring programId) : programId_(std::move(programId)) {
-    wchar_t text[40];
-    StringFromGUID2(id, text, 40);
-    RegSetKeyValueW(HKEY_CLASSES_ROOT, (programId_ + L"\\CLSID").c_str(), nullptr, REG_SZ, text,
-                    static_cast<DWORD>((wcslen(text) + 1) * sizeof(wchar_t)));
-    CoRegisterClassObject(id, &factory_, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie_);
-  }
-  ~Offered() {
-    CoRevokeClassObject(cookie_);
-    RegDeleteTreeW(HKEY_CLASSES_ROOT, programId_.c_str());
-  }
-  Offered(const Offered&) = delete;
-  Offered& operator=(const Offered&) = delete;
-
-private:
-  std::wstring programId_;
-  Factory<T> factory_;
-  DWORD cookie_ = 0;
-};
-
 class ComponentsTest : public testing::Test {
 protected:
   void SetUp() override {
@@ -131,27 +93,40 @@ protected:
 };
 
 TEST_F(ComponentsTest, TheSiblingGetsTheRunsObjectsByReference) {
-  const Offered<Sibling> sibling(siblingId, L"TsGFJZ.clsGFJZ");
+  const OfferedClass<Sibling> sibling(siblingId, L"TsGFJZ.clsGFJZ");
   EXPECT_TRUE(transfer());
   EXPECT_THAT(calls, ElementsAre("JZ Database=TqData_001_2005 2006 \"\""));
 }
 
 TEST_F(ComponentsTest, ASiblingThatSaysNoEndsItsStageAlone) {
-  const Offered<Sibling> sibling(siblingId, L"TsGFJZ.clsGFJZ");
+  const OfferedClass<Sibling> sibling(siblingId, L"TsGFJZ.clsGFJZ");
   siblingAnswers = false;
   EXPECT_TRUE(transfer());
   EXPECT_EQ(calls.size(), 1u);
 }
 
+TEST_F(ComponentsTest, TheRunGoesOnWithTheConnectionThatTheSiblingHandsBack) {
+  const OfferedClass<Sibling> sibling(siblingId, L"TsGFJZ.clsGFJZ");
+  const Pointer<Relay> other =
+      adopt(new Relay(objectOf(server_.host.call(L"Connection", {Argument(Value("TqData_001_2005"))}).get())));
+  const Automation raw(objectOf(Automation(dispatchOf(other)).call(L"RawConnection").get()));
+  ASSERT_EQ(raw.get(L"State"), Value(1));
+  replacement = other.get();
+  EXPECT_TRUE(transfer());
+  EXPECT_EQ(calls.size(), 1u);
+  EXPECT_EQ(other->heard("ConnectionClose"), 1) << "it is the closing year's from there on";
+  EXPECT_EQ(raw.get(L"State"), Value(0));
+}
+
 TEST_F(ComponentsTest, TheClearingComponentIsCalledByNameForBothSides) {
-  const Offered<Clearing> clearing(clearingId, L"OrvoGLWLClear.clsInterface");
+  const OfferedClass<Clearing> clearing(clearingId, L"OrvoGLWLClear.clsInterface");
   EXPECT_TRUE(transfer("<Account><Parameter ID=\"GL*m_bAutoWLClear\" Check=\"True\" text=\"\"/></Account>"));
   EXPECT_THAT(calls, ElementsAre("InitZwPub 2006", "SetCusorSup 0", "AutoClear4Task qcjz", "SetCusorSup 1",
                                  "AutoClear4Task qcjz"));
 }
 
 TEST_F(ComponentsTest, TheRunGoesOnWithTheServicesThatTheClearingComponentHandsBack) {
-  const Offered<Clearing> clearing(clearingId, L"OrvoGLWLClear.clsInterface");
+  const OfferedClass<Clearing> clearing(clearingId, L"OrvoGLWLClear.clsInterface");
   server_.host.put(L"Language", Value("en-US"));
   const Pointer<IDispatch> others = server_.services();
   replacement = others.get();

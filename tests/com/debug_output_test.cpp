@@ -1,11 +1,14 @@
 #include <gmock/gmock.h>
 
-#include "component_host.h"
+#include <functional>
+
+#include "entry_calls.h"
+#include "windows/wide_text.h"
 
 namespace com::test {
 namespace {
 
-using testing::Contains;
+using testing::ElementsAre;
 
 std::vector<std::string>* heard = nullptr;
 
@@ -18,22 +21,55 @@ LONG CALLBACK listen(EXCEPTION_POINTERS* pointers) {
   return EXCEPTION_CONTINUE_SEARCH;
 }
 
-TEST(DebugOutputTest, ARunWritesItsTwoLines) {
-  const ReferenceServer server;
-  const Pointer<_clsGLJZ> gljz = newGljz();
-  ASSERT_EQ(gljz->putref_ZwPubCls(server.services().get()), S_OK);
+std::vector<std::string> linesOf(const std::function<void()>& call) {
   std::vector<std::string> lines;
   heard = &lines;
   void* listener = AddVectoredExceptionHandler(1, listen);
-  Text account("001"), last("2005"), current("2006"), parameters, message;
-  VARIANT_BOOL carried = VARIANT_FALSE;
-  const HRESULT code =
-      gljz->Transfer(&account, &last, &current, &parameters, server.login().get(), &message, nullptr, &carried);
+  call();
   RemoveVectoredExceptionHandler(listener);
   heard = nullptr;
-  ASSERT_EQ(code, S_OK);
-  EXPECT_THAT(lines, Contains("ExecJZ m_strMsg:"));
-  EXPECT_THAT(lines, Contains("Transfer m_strMsg:"));
+  return lines;
+}
+
+// The text in the system's ANSI code page.
+std::string ansi(const std::string& text) {
+  const std::wstring wide = windows::wide(text);
+  const auto length = static_cast<int>(wide.size());
+  std::string bytes(8 * wide.size(), '\0');
+  const int size = WideCharToMultiByte(CP_ACP, 0, wide.data(), length, bytes.data(), static_cast<int>(bytes.size()),
+                                       nullptr, nullptr);
+  bytes.resize(static_cast<std::size_t>(size));
+  return bytes;
+}
+
+class DebugOutputTest : public testing::Test {
+protected:
+  void SetUp() override { ASSERT_EQ(gljz->putref_ZwPubCls(server.services().get()), S_OK); }
+
+  const ReferenceServer server;
+  const Pointer<IDispatch> login = server.login();
+  const Pointer<_clsGLJZ> gljz = newGljz();
+};
+
+TEST_F(DebugOutputTest, ATransferWritesItsTwoLines) {
+  Answer answer;
+  EXPECT_THAT(linesOf([&] { answer = transfer(gljz.get(), login); }),
+              ElementsAre("ExecJZ m_strMsg:", "Transfer m_strMsg:"));
+  EXPECT_TRUE(answer.returned);
+}
+
+TEST_F(DebugOutputTest, OfTransGLTheStagesAloneWriteTheirs) {
+  Answer answer;
+  EXPECT_THAT(linesOf([&] { answer = transGL(gljz.get(), login); }), ElementsAre("ExecJZ m_strMsg:"));
+  EXPECT_TRUE(answer.returned);
+}
+
+TEST_F(DebugOutputTest, AStopWritesItsMessageInTheAnsiCodePage) {
+  server.execute("TqData_001_2005", "update gl_mend set bflag=0 where iyear=2005 and iperiod=12");
+  Answer answer;
+  const std::vector<std::string> lines = linesOf([&] { answer = transfer(gljz.get(), login); });
+  EXPECT_EQ(answer.message, message("Orvo.GL.TqGLJZ.00032"));
+  EXPECT_THAT(lines, ElementsAre(ansi("Transfer m_strMsg:" + answer.message))) << "the stages never committed";
 }
 
 }  // namespace

@@ -1,8 +1,9 @@
-// The entries of clsGLJZ as a host meets them: by slot, through COM, on the demo account set.
+// Transfer and the properties as a host meets them: by slot, through COM, on the demo account set.
 
 #include <gmock/gmock.h>
 
-#include "component_host.h"
+#include "entry_calls.h"
+#include "relay.h"
 
 namespace com::test {
 namespace {
@@ -11,229 +12,251 @@ using platform::Money;
 using platform::Value;
 using testing::HasSubstr;
 
-struct Answer {
-  HRESULT code = S_OK;
-  bool returned = false;
-  std::string parameters, message;
+class EntriesTest : public testing::Test {
+protected:
+  // A run of another instance that reached its end, and one that stopped: what the process remembers of it.
+  void runToTheEnd() const {
+    const Pointer<_clsGLJZ> other = newGljz();
+    ASSERT_EQ(other->putref_ZwPubCls(server.services().get()), S_OK);
+    ASSERT_TRUE(transfer(other.get(), server.login()).returned);
+    ASSERT_TRUE(transferMsg(other.get()).returned);
+  }
+  void runIntoAStop() const {
+    const Pointer<_clsGLJZ> other = newGljz();
+    const Pointer<Relay> firstYear = adopt(new Relay(server.services()));
+    firstYear->answer(L"AccountYearInfo", Variant(Value(2006)));
+    ASSERT_EQ(other->putref_ZwPubCls(firstYear.get()), S_OK);
+    ASSERT_TRUE(transfer(other.get(), server.login()).returned);
+    ASSERT_FALSE(transferMsg(other.get()).returned);
+  }
+  Money cash() const {
+    return server.cell("TqData_001_2006", "select mb from gl_accsum where ccode='1001' and iperiod=1").asMoney();
+  }
+
+  const ReferenceServer server;
+  Pointer<_clsGLJZ> gljz = newGljz();
 };
 
-Answer transfer(_clsGLJZ* gljz, const Pointer<IDispatch>& login, const std::string& parameters = {},
-                const std::string& lastYear = "2005", const std::string& currentYear = "2006",
-                const std::string& accountId = "001") {
-  Text account(accountId), last(lastYear), current(currentYear), info(parameters), message("before");
-  VARIANT_BOOL returned = VARIANT_TRUE;
-  Answer answer;
-  answer.code = gljz->Transfer(&account, &last, &current, &info, login.get(), &message, nullptr, &returned);
-  answer.returned = returned != VARIANT_FALSE;
-  answer.parameters = info.value();
-  answer.message = message.value();
-  return answer;
-}
-
-Answer messageOf(_clsGLJZ* gljz) {
-  Text text("before");
-  VARIANT_BOOL returned = VARIANT_FALSE;
-  Answer answer;
-  answer.code = gljz->getTransferMsg(&text, &returned);
-  answer.returned = returned != VARIANT_FALSE;
-  answer.message = text.value();
-  return answer;
-}
-
-Money cash(const ReferenceServer& server) {
-  return server.cell("TqData_001_2006", "select mb from gl_accsum where ccode='1001' and iperiod=1").asMoney();
-}
-
-TEST(EntriesTest, StartJzInAFreshProcessIsAnErrorOfTheCaller) {
-  const ReferenceServer server;
-  const Pointer<_clsGLJZ> gljz = newGljz();
-  ASSERT_EQ(gljz->putref_ZwPubCls(server.services().get()), S_OK);
-  ASSERT_EQ(gljz->putref_m_loginCls(server.login().get()), S_OK);
-  VARIANT_BOOL reachedItsEnd = VARIANT_TRUE;
-  const HRESULT code = gljz->StartJz(&reachedItsEnd);
-  EXPECT_TRUE(FAILED(code));
-  const ComError error = lastError();
-  EXPECT_EQ(error.source, "TqGLJZ");
-  EXPECT_FALSE(error.description.empty());
-  EXPECT_EQ(reachedItsEnd, VARIANT_FALSE);
-}
-
-TEST(EntriesTest, TransferCarriesTheDemo) {
-  const ReferenceServer server;
-  const Pointer<_clsGLJZ> gljz = newGljz();
+TEST_F(EntriesTest, TransferCarriesTheDemo) {
   ASSERT_EQ(gljz->putref_ZwPubCls(server.services().get()), S_OK);
   const Answer answer = transfer(gljz.get(), server.login());
   EXPECT_EQ(answer.code, S_OK);
   EXPECT_TRUE(answer.returned);
   EXPECT_EQ(answer.message, message("Orvo.GL.TqGLJZ.00310"));
   EXPECT_THAT(answer.parameters, HasSubstr("<Account")) << "the dialog's parameter text comes back";
-  const Answer told = messageOf(gljz.get());
+  const Answer told = transferMsg(gljz.get());
   EXPECT_TRUE(told.returned);
   EXPECT_EQ(told.message, "");
-  EXPECT_EQ(cash(server), Money::parse("23070"));
+  EXPECT_EQ(cash(), Money::parse("23070"));
   EXPECT_EQ(server.cell("TqSystem", "select count(*) from UA_Mark where iNumber=205 and cSysID='GL' and iYear=2005"),
             Value(1));
 }
 
-TEST(EntriesTest, PropertiesGiveTheHostsOwnObjectsBack) {
-  const ReferenceServer server;
-  const Pointer<_clsGLJZ> gljz = newGljz();
-  Pointer<IDispatch> given = server.services(), got;
+TEST_F(EntriesTest, ParametersThatAreGivenComeBackAsTheyWere) {
+  const std::string given = "<Account><Parameter ID='GL*Clear' Check='False'/></Account>";
+  ASSERT_EQ(gljz->putref_ZwPubCls(server.services().get()), S_OK);
+  const Answer answer = transfer(gljz.get(), server.login(), given);
+  EXPECT_TRUE(answer.returned);
+  EXPECT_EQ(answer.parameters, given);
+}
+
+TEST_F(EntriesTest, PropertiesGiveTheHostsOwnObjectsBack) {
+  const Pointer<IDispatch> services = server.services(), login = server.login();
+  Pointer<IDispatch> got;
   ASSERT_EQ(gljz->get_ZwPubCls(got.receive()), S_OK);
   EXPECT_FALSE(got) << "nothing before something is set";
-  ASSERT_EQ(gljz->putref_ZwPubCls(given.get()), S_OK);
+  ASSERT_EQ(gljz->get_m_loginCls(got.receive()), S_OK);
+  EXPECT_FALSE(got);
+  ASSERT_EQ(gljz->putref_ZwPubCls(services.get()), S_OK);
+  ASSERT_EQ(gljz->putref_m_loginCls(login.get()), S_OK);
   ASSERT_EQ(gljz->get_ZwPubCls(got.receive()), S_OK);
-  EXPECT_EQ(got.get(), given.get());
+  EXPECT_EQ(got.get(), services.get());
+  ASSERT_EQ(gljz->get_m_loginCls(got.receive()), S_OK);
+  EXPECT_EQ(got.get(), login.get());
+  ASSERT_EQ(gljz->putref_m_loginCls(nullptr), S_OK);
+  ASSERT_EQ(gljz->get_m_loginCls(got.receive()), S_OK);
+  EXPECT_FALSE(got);
+  ASSERT_EQ(gljz->get_ZwPubCls(got.receive()), S_OK);
+  EXPECT_EQ(got.get(), services.get()) << "each property for itself";
   ASSERT_EQ(gljz->putref_ZwPubCls(nullptr), S_OK);
   ASSERT_EQ(gljz->get_ZwPubCls(got.receive()), S_OK);
   EXPECT_FALSE(got);
 }
 
-TEST(EntriesTest, TransferWithoutServicesReturnsFalseAndLeavesTheTextEmpty) {
-  const ReferenceServer server;
-  const Pointer<_clsGLJZ> gljz = newGljz();
-  const Answer answer = transfer(gljz.get(), server.login());
-  // The text of the reason comes from the services, of which there are none in a fresh process: the platform's own
-  // failure is what a host sees then.
-  if (answer.code == S_OK) {
-    EXPECT_FALSE(answer.returned);
-    EXPECT_EQ(answer.message, "");
-  } else {
-    EXPECT_EQ(lastError().source, "TqGLJZ");
-  }
+TEST_F(EntriesTest, AnObjectOfTheHostsThatIsNotOursComesBackToo) {
+  const Pointer<Relay> services = adopt(new Relay(server.services())), login = adopt(new Relay(server.login()));
+  Pointer<IDispatch> got;
+  ASSERT_EQ(gljz->putref_ZwPubCls(services.get()), S_OK);
+  ASSERT_EQ(gljz->putref_m_loginCls(login.get()), S_OK);
+  ASSERT_EQ(gljz->get_ZwPubCls(got.receive()), S_OK);
+  EXPECT_EQ(got.get(), services.get());
+  ASSERT_EQ(gljz->get_m_loginCls(got.receive()), S_OK);
+  EXPECT_EQ(got.get(), login.get());
 }
 
-TEST(EntriesTest, TransferWithoutALoginTellsTheReasonInTheMessageOnly) {
-  const ReferenceServer server;
-  const Pointer<_clsGLJZ> gljz = newGljz();
+// --- something is not set
+
+TEST_F(EntriesTest, TransferWithoutServicesLeavesTheReasonInTheMessage) {
+  runIntoAStop();
+  gljz = newGljz();  // a new instance clears the services of the process: the component has the words itself
+  const Answer answer = transfer(gljz.get(), server.login());
+  EXPECT_EQ(answer.code, S_OK);
+  EXPECT_FALSE(answer.returned);
+  EXPECT_EQ(answer.message, "");
+  const Answer told = transferMsg(gljz.get());
+  EXPECT_FALSE(told.returned);
+  EXPECT_EQ(told.message, message("Orvo.GL.TqGLJZ.00001"));
+}
+
+TEST_F(EntriesTest, ServicesThatAnEarlierRunLeftInTheProcessStillKnowTheText) {
   ASSERT_EQ(gljz->putref_ZwPubCls(server.services().get()), S_OK);
-  ASSERT_TRUE(transfer(gljz.get(), server.login()).returned);  // the services are the run's from here on
+  ASSERT_TRUE(transfer(gljz.get(), server.login()).returned);
+  ASSERT_EQ(gljz->putref_ZwPubCls(nullptr), S_OK);
+  const Answer answer = transfer(gljz.get(), server.login());
+  EXPECT_EQ(answer.code, S_OK);
+  EXPECT_FALSE(answer.returned);
+  EXPECT_EQ(answer.message, "");
+  EXPECT_EQ(transferMsg(gljz.get()).message, message("Orvo.GL.TqGLJZ.00001"));
+}
+
+TEST_F(EntriesTest, TransferWithoutALoginLeavesTheReasonInTheMessage) {
+  runIntoAStop();
+  gljz = newGljz();
+  ASSERT_EQ(gljz->putref_ZwPubCls(server.services().get()), S_OK);  // they become the run's behind this check only
   const Answer answer = transfer(gljz.get(), nullptr);
   EXPECT_EQ(answer.code, S_OK);
   EXPECT_FALSE(answer.returned);
   EXPECT_EQ(answer.message, "");
-  EXPECT_EQ(messageOf(gljz.get()).message, message("Orvo.GL.TqGLJZ.00003"));
+  const Answer told = transferMsg(gljz.get());
+  EXPECT_FALSE(told.returned);
+  EXPECT_EQ(told.message, message("Orvo.GL.TqGLJZ.00003"));
 }
 
-TEST(EntriesTest, TransferWithoutAClosingDatabaseReturnsFalseWithAText) {
-  const ReferenceServer server;
-  const Pointer<_clsGLJZ> gljz = newGljz();
+TEST_F(EntriesTest, TransferWithoutALoginBehindAnotherRunHasTheText) {
   ASSERT_EQ(gljz->putref_ZwPubCls(server.services().get()), S_OK);
-  const Answer answer = transfer(gljz.get(), server.login(), {}, "1999", "2006");
+  ASSERT_TRUE(transfer(gljz.get(), server.login()).returned);
+  const Answer answer = transfer(gljz.get(), nullptr);
+  EXPECT_EQ(answer.code, S_OK);
+  EXPECT_FALSE(answer.returned);
+  EXPECT_EQ(answer.message, "");
+  EXPECT_EQ(transferMsg(gljz.get()).message, message("Orvo.GL.TqGLJZ.00003"));
+}
+
+// An entry that ends before the stages does not say that they have not run. That is intended.
+TEST_F(EntriesTest, AnEntryThatNeverReachesTheStagesKeepsWhatTheRunBeforeItWas) {
+  runToTheEnd();
+  gljz = newGljz();
+  EXPECT_FALSE(transfer(gljz.get(), server.login()).returned);
+  const Answer told = transferMsg(gljz.get());
+  EXPECT_TRUE(told.returned);
+  EXPECT_EQ(told.message, message("Orvo.GL.TqGLJZ.00001"));
+}
+
+// --- the closing year has no database, or it may not be opened
+
+TEST_F(EntriesTest, TransferWithoutAClosingDatabaseReturnsFalseWithAText) {
+  ASSERT_EQ(gljz->putref_ZwPubCls(server.services().get()), S_OK);
+  const Answer answer = transfer(gljz.get(), server.login(), {}, {"001", "1999", "2006"});
   EXPECT_EQ(answer.code, S_OK);
   EXPECT_FALSE(answer.returned);
   EXPECT_EQ(answer.message, message("Orvo.GL.TqGLJZ.00030"));
+  EXPECT_EQ(answer.parameters, "") << "nobody is asked";
+  EXPECT_EQ(transferMsg(gljz.get()).message, "");
 }
 
-TEST(EntriesTest, ASilentStopCountsAsSuccessAndTheMessageTellsOtherwise) {
-  const ReferenceServer server;
-  server.execute("TqData_001_2006", "delete from dsign");  // without voucher categories no year begins
-  const Pointer<_clsGLJZ> gljz = newGljz();
+TEST_F(EntriesTest, TransferThatMayNotOpenTheClosingYearReturnsFalseWithTheSameText) {
+  const Pointer<Relay> login = adopt(new Relay(server.login()));
+  login->answer(L"LoginOpenAccount", Variant(Value(false)));
   ASSERT_EQ(gljz->putref_ZwPubCls(server.services().get()), S_OK);
-  const Answer answer = transfer(gljz.get(), server.login());
+  const Answer answer = transfer(gljz.get(), dispatchOf(login));
   EXPECT_EQ(answer.code, S_OK);
-  const Answer told = messageOf(gljz.get());
-  EXPECT_FALSE(told.returned);
-  EXPECT_EQ(answer.returned, told.message.empty());
-  EXPECT_EQ(server.cell("TqData_001_2006", "select count(*) from gl_yearstate where iyear=2006 and iIsUnload=1"),
-            Value(0));
+  EXPECT_FALSE(answer.returned);
+  EXPECT_EQ(answer.message, message("Orvo.GL.TqGLJZ.00030"));
+  EXPECT_EQ(login->heard("LoginOpenAccount"), 1);
+  EXPECT_EQ(login->heard("LoginMarkDone"), 0);
 }
 
-TEST(EntriesTest, ParametersThatCannotBeReadReturnFalseAndTheMessageSaysWhy) {
-  const ReferenceServer server;
-  const Pointer<_clsGLJZ> gljz = newGljz();
+TEST_F(EntriesTest, ParametersThatCannotBeReadReturnFalseAndTheMessageSaysWhy) {
   ASSERT_EQ(gljz->putref_ZwPubCls(server.services().get()), S_OK);
   const Answer answer = transfer(gljz.get(), server.login(), "<Account");
   EXPECT_EQ(answer.code, S_OK);
   EXPECT_FALSE(answer.returned);
   EXPECT_EQ(answer.message, "");
   EXPECT_EQ(answer.parameters, "<Account");
-  EXPECT_FALSE(messageOf(gljz.get()).message.empty());
+  EXPECT_NE(transferMsg(gljz.get()).message, "");
+  EXPECT_EQ(server.cell("TqSystem", "select count(*) from UA_Mark"), Value(0));
 }
 
-TEST(EntriesTest, AllInstancesShareOneRun) {
-  const ReferenceServer server;
-  const Pointer<_clsGLJZ> first = newGljz();
-  ASSERT_EQ(first->putref_ZwPubCls(server.services().get()), S_OK);
-  ASSERT_TRUE(transfer(first.get(), server.login()).returned);
+// --- one process
+
+TEST_F(EntriesTest, AllInstancesShareOneRun) {
+  ASSERT_EQ(gljz->putref_ZwPubCls(server.services().get()), S_OK);
+  ASSERT_TRUE(transfer(gljz.get(), server.login()).returned);
   const Pointer<_clsGLJZ> second = newGljz();
-  EXPECT_TRUE(messageOf(second.get()).returned) << "the run of the first one";
+  EXPECT_TRUE(transferMsg(second.get()).returned) << "the run of the first one";
   Pointer<IDispatch> services;
   ASSERT_EQ(second->get_ZwPubCls(services.receive()), S_OK);
   EXPECT_FALSE(services) << "properties are an instance's own";
 }
 
-TEST(EntriesTest, AnAccountWithBothYearsInOneDatabaseKeepsItsConnection) {
-  const ReferenceServer server;
-  server.execute("TqSystem",
-                 "update UA_AccountDatabase set iEndYear=2006 where cAcc_Id='001' and iBeginYear=2005 "
-                 "delete from UA_AccountDatabase where cAcc_Id='001' and iBeginYear=2006");
-  const Pointer<IDispatch> services = server.services();
-  const Pointer<_clsGLJZ> gljz = newGljz();
-  ASSERT_EQ(gljz->putref_ZwPubCls(services.get()), S_OK);
-  const Answer answer = transfer(gljz.get(), server.login());
-  ASSERT_EQ(answer.code, S_OK) << lastError().description;
-  const Automation connection(objectOf(Automation(services).call(L"NewYearConn").get()));
-  const Automation raw(objectOf(connection.call(L"RawConnection").get()));
-  EXPECT_EQ(raw.get(L"State"), Value(1)) << "it belongs to the services, not to the run";
-}
+// --- subsystems
 
-TEST(EntriesTest, ALoginOfTheSiblingSubsystemIsMarkedAsSuch) {
-  const ReferenceServer server;
-  server.host.put(L"IsGFLogin", Value(true));
-  const Pointer<_clsGLJZ> gljz = newGljz();
-  ASSERT_EQ(gljz->putref_ZwPubCls(server.services().get()), S_OK);
-  const Answer answer = transfer(gljz.get(), server.login());
-  if (FAILED(answer.code)) GTEST_FAIL() << lastError().description;
+class SubsystemTest : public EntriesTest {
+protected:
+  void SetUp() override {
+    server.execute("TqData_001_2006",
+                   "insert into AccInformation(cSysID, cName, cValue) values('GF', 'bDeleteYe', 'True') "
+                   "insert into AccInformation(cSysID, cName, cValue) values('GL', 'bDeleteYe', 'True') "
+                   "insert into GF_ImportSet(dSuccessEndDate) values('2005-12-31')");
+  }
+  Answer carry(bool gf) {
+    server.host.put(L"IsGFLogin", Value(gf));
+    EXPECT_EQ(gljz->putref_ZwPubCls(server.services().get()), S_OK);
+    return transfer(gljz.get(), server.login());
+  }
+  Value deleteYe(const std::string& system) const {
+    return server.cell("TqData_001_2006",
+                       "select cValue from AccInformation where cSysID='" + system + "' and cName='bDeleteYe'");
+  }
+  Value importsWithADate() const {
+    return server.cell("TqData_001_2006", "select count(dSuccessEndDate) from GF_ImportSet");
+  }
+};
+
+TEST_F(SubsystemTest, ALoginOfTheSiblingSubsystemResetsItsImportsAndIsMarkedAsSuch) {
+  const Answer answer = carry(true);
+  EXPECT_EQ(answer.code, S_OK);
+  EXPECT_TRUE(answer.returned);
   EXPECT_EQ(answer.message, message("Orvo.GL.TqGLJZ.00309"));
-  EXPECT_EQ(server.cell("TqSystem", "select count(*) from UA_Mark where cSysID='GF'"), Value(1));
+  EXPECT_EQ(deleteYe("GF"), Value("False"));
+  EXPECT_EQ(deleteYe("GL"), Value("True"));
+  EXPECT_EQ(importsWithADate(), Value(0));
+  EXPECT_EQ(server.cell("TqSystem", "select count(*) from UA_Mark where iNumber=205 and cSysID='GF' and iYear=2005"),
+            Value(1));
+  EXPECT_EQ(server.cell("TqSystem", "select count(*) from UA_Mark"), Value(1));
 }
 
-TEST(EntriesTest, TransGLRunsWithoutAccountIds) {
-  const ReferenceServer server;
-  const Pointer<_clsGLJZ> gljz = newGljz();
-  Text last("2005"), current("2006"), text("before"), lastDb("TqData_001_2005"), thisDb("TqData_001_2006");
-  VARIANT_BOOL returned = VARIANT_FALSE;
-  const HRESULT code =
-      gljz->TransGL(&last, &current, server.login().get(), &text, &lastDb, &thisDb, nullptr, nullptr, &returned);
-  ASSERT_EQ(code, S_OK) << lastError().description;
-  EXPECT_EQ(returned, VARIANT_TRUE);
-  EXPECT_EQ(text.value(), message("Orvo.GL.TqGLJZ.00310"));
-  EXPECT_EQ(cash(server), Money::parse("23070"));
-  EXPECT_EQ(server.cell("TqSystem", "select count(*) from UA_Mark"), Value(0)) << "TransGL marks nothing";
+TEST_F(SubsystemTest, ALoginOfTheLedgerLeavesTheImportsOfItsSibling) {
+  const Answer answer = carry(false);
+  EXPECT_EQ(answer.code, S_OK);
+  EXPECT_TRUE(answer.returned);
+  EXPECT_EQ(answer.message, message("Orvo.GL.TqGLJZ.00310"));
+  EXPECT_EQ(deleteYe("GF"), Value("True"));
+  EXPECT_EQ(importsWithADate(), Value(1));
+  EXPECT_TRUE(transferMsg(gljz.get()).returned) << "and that run has come as far";
 }
 
-TEST(EntriesTest, TransGLWithoutAClosingDatabaseReturnsFalseWithAText) {
-  const ReferenceServer server;
-  const Pointer<_clsGLJZ> gljz = newGljz();
-  Text last("2005"), current("2006"), text, lastDb, thisDb("TqData_001_2006"), id("001");
-  VARIANT_BOOL returned = VARIANT_TRUE;
-  ASSERT_EQ(gljz->TransGL(&last, &current, server.login().get(), &text, &lastDb, &thisDb, &id, &id, &returned), S_OK)
-      << lastError().description;
-  EXPECT_EQ(returned, VARIANT_FALSE);
-  EXPECT_EQ(text.value(), message("Orvo.GL.TqGLJZ.00030"));
-}
+// --- the border itself
 
-TEST(EntriesTest, AConnectionThatCannotBeOpenedIsAComErrorWithTheServersText) {
-  const ReferenceServer server;
-  const Pointer<_clsGLJZ> gljz = newGljz();
-  Text last("2005"), current("2006"), text, lastDb("TqData_001_1999"), thisDb("TqData_001_2006");
-  VARIANT_BOOL returned = VARIANT_TRUE;
-  const HRESULT code =
-      gljz->TransGL(&last, &current, server.login().get(), &text, &lastDb, &thisDb, nullptr, nullptr, &returned);
-  EXPECT_TRUE(FAILED(code));
-  const ComError error = lastError();
-  EXPECT_EQ(error.source, "TqGLJZ");
-  EXPECT_THAT(error.description, HasSubstr("TqData_001_1999"));
-}
-
-TEST(EntriesTest, NullPointersAreRefused) {
-  const Pointer<_clsGLJZ> gljz = newGljz();
+TEST_F(EntriesTest, NullPointersAreRefused) {
   EXPECT_EQ(gljz->StartJz(nullptr), E_POINTER);
   EXPECT_EQ(gljz->getTransferMsg(nullptr, nullptr), E_POINTER);
   EXPECT_EQ(gljz->get_ZwPubCls(nullptr), E_POINTER);
+  EXPECT_EQ(gljz->get_m_loginCls(nullptr), E_POINTER);
   VARIANT_BOOL returned = VARIANT_FALSE;
   EXPECT_EQ(gljz->Transfer(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &returned), E_POINTER);
+  EXPECT_EQ(gljz->TransGL(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &returned),
+            E_POINTER);
 }
 
 }  // namespace

@@ -10,7 +10,7 @@ namespace {
 using platform::Value;
 using testing::HasSubstr;
 
-constexpr DISPID idZwPubCls = 1, idTransfer = 4, idTransGL = 5, idGetTransferMsg = 6;
+constexpr DISPID idZwPubCls = 1, idLoginCls = 2, idTransfer = 4, idTransGL = 5, idGetTransferMsg = 6;
 
 struct Late {
   HRESULT code = S_OK;
@@ -160,6 +160,71 @@ TEST_F(LateBindingTest, AFailureIsAnExceptionWithDescriptionAndSource) {
   EXPECT_EQ(textOf(answer.failure.bstrSource), "TqGLJZ");
   EXPECT_THAT(textOf(answer.failure.bstrDescription), HasSubstr("TqData_001_1999"));
   EXPECT_TRUE(FAILED(answer.failure.scode));
+}
+
+TEST_F(LateBindingTest, AFailingCallWritesItsTextsBackAllTheSame) {
+  Variant lastDb{Value("TqData_001_1999")}, thisDb{Value("TqData_001_2006")}, variable{Value("before")};
+  Text typed("before");
+  for (const VARIANT& text : {byTypedReference(&typed), byVariable(variable)}) {
+    Late answer;
+    invoke(gljz_.get(), idTransGL, {*thisDb.get(), *lastDb.get(), text, object(login_), *current_.get(), *last_.get()},
+           answer);
+    ASSERT_EQ(answer.code, DISP_E_EXCEPTION);
+  }
+  EXPECT_EQ(typed.value(), "");
+  EXPECT_EQ(variable.get()->vt, VT_BSTR);
+  EXPECT_EQ(textOf(variable.get()), "");
+}
+
+TEST_F(LateBindingTest, AFailingTransferHandsTheDialogsParametersBack) {
+  server_.execute("TqData_001_2005", "update gl_mend set bflag=null where iyear=2005 and iperiod=12");
+  Text parameters, message("before");
+  Late answer;
+  invoke(gljz_.get(), idTransfer,
+         {object(nullptr), byTypedReference(&message), object(login_), byTypedReference(&parameters), *current_.get(),
+          *last_.get(), *account_.get()},
+         answer);
+  ASSERT_EQ(answer.code, DISP_E_EXCEPTION);
+  EXPECT_EQ(static_cast<unsigned>(answer.failure.scode), 0x800A005Eu) << "94, invalid use of Null";
+  EXPECT_EQ(message.value(), "");
+  EXPECT_THAT(parameters.value(), HasSubstr("<Account"));
+}
+
+// Set assigns by reference and Let by value; script languages that know one of them alone mean the object, too.
+TEST_F(LateBindingTest, ObjectsAreSetByReferenceAndByValue) {
+  struct Property {
+    DISPID id;
+    Pointer<IDispatch> value;
+  };
+  for (const Property& property : {Property{idZwPubCls, services_}, Property{idLoginCls, login_}})
+    for (const WORD kind : {WORD{DISPATCH_PROPERTYPUTREF}, WORD{DISPATCH_PROPERTYPUT}}) {
+      Late taken, none, given, got;
+      invoke(gljz_.get(), property.id, {object(nullptr)}, taken, {DISPID_PROPERTYPUT}, kind);
+      ASSERT_EQ(taken.code, S_OK);
+      invoke(gljz_.get(), property.id, {}, none, {}, DISPATCH_PROPERTYGET);
+      ASSERT_EQ(none.code, S_OK);
+      EXPECT_EQ(none.result.get()->vt, VT_DISPATCH);
+      EXPECT_EQ(none.result.get()->pdispVal, nullptr);
+      invoke(gljz_.get(), property.id, {object(property.value)}, given, {DISPID_PROPERTYPUT}, kind);
+      ASSERT_EQ(given.code, S_OK);
+      invoke(gljz_.get(), property.id, {}, got, {}, DISPATCH_PROPERTYGET);
+      ASSERT_EQ(got.code, S_OK);
+      ASSERT_EQ(got.result.get()->vt, VT_DISPATCH);
+      EXPECT_EQ(got.result.get()->pdispVal, property.value.get());
+    }
+}
+
+TEST_F(LateBindingTest, WhatIsNoObjectIsNotSet) {
+  Variant text{Value("a text")};
+  for (const DISPID property : {idZwPubCls, idLoginCls}) {
+    Late answer;
+    invoke(gljz_.get(), property, {*text.get()}, answer, {DISPID_PROPERTYPUT}, DISPATCH_PROPERTYPUT);
+    EXPECT_EQ(answer.code, DISP_E_EXCEPTION);
+    EXPECT_EQ(static_cast<unsigned>(answer.failure.scode), 0x800A000Du);
+  }
+  Late still;
+  invoke(gljz_.get(), idZwPubCls, {}, still, {}, DISPATCH_PROPERTYGET);
+  EXPECT_EQ(still.result.get()->pdispVal, services_.get());
 }
 
 TEST_F(LateBindingTest, AnArgumentOfTheWrongKindIsAMismatch) {

@@ -5,6 +5,7 @@
 
 #include "component_entries.h"
 #include "component_host.h"
+#include "windows/wide_text.h"
 
 namespace com::test {
 namespace {
@@ -16,36 +17,82 @@ std::wstring classesValue(const std::wstring& key, const wchar_t* name = nullptr
   return status == ERROR_SUCCESS ? text.data() : L"";
 }
 
+bool classesKeyExists(const std::wstring& key) {
+  HKEY opened = nullptr;
+  if (RegOpenKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, KEY_READ, &opened) != ERROR_SUCCESS) return false;
+  RegCloseKey(opened);
+  return true;
+}
+
 bool typeLibraryIsRegistered() {
   Pointer<ITypeLib> library;
   return SUCCEEDED(LoadRegTypeLib(LIBID_TqGLJZ, 1, 0, LOCALE_NEUTRAL, library.receive()));
 }
 
+std::wstring textOfId(REFGUID id) {
+  std::array<wchar_t, 40> text{};
+  StringFromGUID2(id, text.data(), static_cast<int>(text.size()));
+  return text.data();
+}
+
+// The file of the DLL as the system names it.
+std::wstring moduleFile(const ComponentEntries& entries) {
+  std::array<wchar_t, 1024> name{};
+  GetModuleFileNameW(entries.module(), name.data(), static_cast<DWORD>(name.size()));
+  return name.data();
+}
+
+struct RegisteredClass {
+  const wchar_t* programId;
+  const CLSID& id;
+};
+const std::array<RegisteredClass, 2> registeredClasses = {
+    {{L"TqGLJZ.clsGLJZ", CLSID_clsGLJZ}, {L"TqGLJZ.ReferenceHost", CLSID_ReferenceHost}}};
+
+// All that the registry has to hold, and nothing of it when the component is taken back.
+std::vector<std::wstring> registeredKeys() {
+  const std::wstring library = L"TypeLib\\" + textOfId(LIBID_TqGLJZ);
+  std::vector<std::wstring> keys = {library, library + L"\\1.0", library + L"\\1.0\\0\\win64",
+                                    L"Interface\\" + textOfId(IID__clsGLJZ)};
+  for (const RegisteredClass& c : registeredClasses) {
+    keys.emplace_back(c.programId);
+    keys.push_back(L"CLSID\\" + textOfId(c.id));
+  }
+  return keys;
+}
+
 TEST(RegistrationTest, EntersClassesProgramIdsAndTypeLibrary) {
-  for (const wchar_t* programId : {L"TqGLJZ.clsGLJZ", L"TqGLJZ.ReferenceHost"}) {
-    const std::wstring id = classesValue(std::wstring(programId) + L"\\CLSID");
-    ASSERT_FALSE(id.empty());
-    EXPECT_EQ(classesValue(L"CLSID\\" + id + L"\\ProgID"), programId);
-    EXPECT_EQ(classesValue(L"CLSID\\" + id + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
-    EXPECT_NE(classesValue(L"CLSID\\" + id + L"\\InprocServer32").find(L"TqGLJZ.dll"), std::wstring::npos);
-    EXPECT_FALSE(classesValue(L"CLSID\\" + id + L"\\TypeLib").empty());
+  const ComponentEntries entries;
+  const std::wstring file = moduleFile(entries), library = textOfId(LIBID_TqGLJZ);
+  ASSERT_TRUE(file.ends_with(L"\\TqGLJZ.dll"));
+  for (const RegisteredClass& c : registeredClasses) {
+    const std::wstring id = classesValue(std::wstring(c.programId) + L"\\CLSID");
+    EXPECT_EQ(id, textOfId(c.id));
+    const std::wstring key = L"CLSID\\" + id;
+    EXPECT_EQ(classesValue(key + L"\\ProgID"), c.programId);
+    EXPECT_EQ(classesValue(key + L"\\InprocServer32"), file);
+    EXPECT_EQ(classesValue(key + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
+    EXPECT_EQ(classesValue(key + L"\\TypeLib"), library);
+    EXPECT_EQ(classesValue(key + L"\\Version"), L"1.0");
+    EXPECT_TRUE(create(c.programId));
   }
   EXPECT_TRUE(typeLibraryIsRegistered());
-  EXPECT_TRUE(create(L"TqGLJZ.clsGLJZ"));
+  // A system may write the path in its long form, with a prefix.
+  EXPECT_TRUE(classesValue(L"TypeLib\\" + library + L"\\1.0\\0\\win64").ends_with(file));
+  EXPECT_EQ(classesValue(L"Interface\\" + textOfId(IID__clsGLJZ) + L"\\TypeLib"), library);
+  for (const std::wstring& key : registeredKeys()) EXPECT_TRUE(classesKeyExists(key)) << windows::narrow(key);
 }
 
 TEST(RegistrationTest, TakesAllOfItBack) {
-  const std::wstring id = classesValue(L"TqGLJZ.clsGLJZ\\CLSID");
   const ComponentEntries entries;
   ASSERT_EQ(entries.unregisterServer(), S_OK);
-  EXPECT_TRUE(classesValue(L"TqGLJZ.clsGLJZ\\CLSID").empty());
-  EXPECT_TRUE(classesValue(L"TqGLJZ.ReferenceHost\\CLSID").empty());
-  EXPECT_TRUE(classesValue(L"CLSID\\" + id + L"\\InprocServer32").empty());
+  for (const std::wstring& key : registeredKeys()) EXPECT_FALSE(classesKeyExists(key)) << windows::narrow(key);
   EXPECT_FALSE(typeLibraryIsRegistered());
   CLSID found{};
-  EXPECT_TRUE(FAILED(CLSIDFromProgID(L"TqGLJZ.clsGLJZ", &found)));
+  for (const RegisteredClass& c : registeredClasses) EXPECT_TRUE(FAILED(CLSIDFromProgID(c.programId, &found)));
   EXPECT_EQ(entries.unregisterServer(), S_OK) << "what is not there need not be taken back";
   ASSERT_EQ(entries.registerServer(), S_OK);
+  for (const std::wstring& key : registeredKeys()) EXPECT_TRUE(classesKeyExists(key)) << windows::narrow(key);
   EXPECT_TRUE(typeLibraryIsRegistered());
 }
 

@@ -48,6 +48,12 @@ TEST_F(MduJz, GetResStringWithoutServicesGivesTheKey) {
   EXPECT_EQ(gljz::GetResString("key", {1}), "key");
 }
 
+TEST_F(MduJz, GetResStringWithoutServicesAsksTheSurroundings) {
+  run.m_pubCls = nullptr;
+  platform::surroundings().text = [](const std::string& key) { return "words of " + key; };
+  EXPECT_EQ(gljz::GetResString("key"), "words of key");
+}
+
 TEST_F(MduJz, ShowMsgShowsNothingUnlessBothGatesAreOpen) {
   for (const auto& [manual, cancelable] : {std::pair{false, false}, {true, false}, {false, true}}) {
     run.m_bManual = manual;

@@ -65,6 +65,9 @@ void DialogWindows::chooseCleared(gljz::FrmSyKmSel& form) {
 
 void DialogWindows::run(gljz::FrmJZSN& form) {
   show<ProgressWindow>(form, &progress_);
+  // A host that is about to end closes the window before its timer can fire. The run that the caller asked for is owed
+  // all the same, or it would be told of a success that never was.
+  if (form.Timer1_Enabled()) form.Timer1_Timer();
 }
 
 void DialogWindows::question(gljz::FrmTwo& form) {

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "core/run_state.h"
 #include "host/printing.h"
 
 namespace windows {
@@ -47,6 +48,8 @@ void FormWindows::ScreenPointer(int shape) {
 int FormWindows::Printer::Print(const Job& job) {
   const std::string language = forms_.settings_.language ? forms_.settings_.language() : "zh-CN";
   host::Printing printing(language, {}, forms_.dialogs());
+  // A host's own services keep the tables in a database of theirs, which is no file of the reference host.
+  if (gljz::run.m_pubCls) printing.readTablesOf(&gljz::run.m_pubCls->FormatDb());
   return printing.control()->Print(job);
 }
 

@@ -85,8 +85,9 @@ int PagePrint::Print(const Job& job) {
 void PagePrint::write(const Job& job, const std::string& path) {
   const PageLayout head = readPageLayout(job.headLayout, LayoutPart::head);
   const PageLayout foot = readPageLayout(job.footLayout, LayoutPart::foot);
-  const auto database = openFormatDatabase(job.formatDatabase);
-  const Table headTable = readTable(*database, job.headTable), footTable = readTable(*database, job.footTable);
+  const auto opened = tables_ ? nullptr : openFormatDatabase(job.formatDatabase);
+  platform::FormatDatabase& database = tables_ ? *tables_ : *opened;
+  const Table headTable = readTable(database, job.headTable), footTable = readTable(database, job.footTable);
   head.requireFields(headTable.names);
   foot.requireFields(footTable.names);
   const PageBand headBand{&head, headTable.fields}, footBand{&foot, footTable.fields};

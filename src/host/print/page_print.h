@@ -14,6 +14,7 @@
 #include <string>
 
 #include "platform/forms.h"
+#include "platform/services.h"
 
 namespace host {
 
@@ -36,7 +37,10 @@ public:
 
   // Where the next prints go, each over the last one. Without a file a print answers that the operator left.
   void printTo(std::string fileName) { file_ = std::move(fileName); }
-  // The same, on another canvas; an empty maker ends it.
+  // Whose head and foot tables are printed, as long as it lives; null: the job's, opened by its name. A database that
+  // is no file of the reference host has to be handed over.
+  void readTablesOf(platform::FormatDatabase* database) { tables_ = database; }
+  // Prints go onto another canvas; an empty maker ends it.
   void printOn(CanvasMaker maker) { maker_ = std::move(maker); }
   int Print(const Job& job) override;
 
@@ -50,6 +54,7 @@ private:
 
   std::string language_, file_, failure_;
   CanvasMaker maker_;
+  platform::FormatDatabase* tables_ = nullptr;
   std::size_t printed_ = 0, unknown_ = 0;
 };
 

@@ -33,21 +33,14 @@ function Services() {
     GetYearStartDate: function (a, b) { count("GetYearStartDate"); return inner.YearCalendar(a, b); }
   };
   this.CalendarInfo = function (a, b) { count("CalendarInfo"); return inner.CalendarInfo(a, b); };
-  this.ResText = function (key, args) {
-    count("ResText");
-    return arguments.length < 2 ? inner.ResText(key) : inner.ResText(key, args);
-  };
+  this.ResText = function (key, args) { count("ResText"); return inner.ResText(key, args); };
   this.ServiceMsgBox = function (prompt, style, title, file, context) { count("ServiceMsgBox"); return 0; };
   this.ServiceLocalize = function (form, prefix, second, third) {
     count("ServiceLocalize");
     return inner.ServiceLocalize(form, prefix, second, third);
   };
   this.OptionText = function (group, name) { count("OptionText"); return inner.OptionText(group, name); };
-  this.GetCodeRecord = function (code, record, s1) {
-    count("GetCodeRecord");
-    if (arguments.length > 2) inner.GetCodeRecord(code, record, s1);
-    else inner.GetCodeRecord(code, record);
-  };
+  this.GetCodeRecord = function (code, record, s1) { count("GetCodeRecord"); inner.GetCodeRecord(code, record, s1); };
   this.MatchCode = function (code, option, flag) { count("MatchCode"); return inner.MatchCode(code, option, flag); };
   this.MatchDepartment = function (code, o, f) { count("MatchDepartment"); return inner.MatchDepartment(code, o, f); };
   this.MatchPerson = function (code, o, f) { count("MatchPerson"); return inner.MatchPerson(code, o, f); };

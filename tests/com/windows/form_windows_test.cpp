@@ -5,12 +5,17 @@
 #include <gmock/gmock.h>
 
 #include <chrono>
+#include <fstream>
+#include <iterator>
 
 #include "com/windows/demo_windows.h"
 #include "com/windows/wide_text.h"
 #include "dialogs/frm_jzsn.h"
 #include "dialogs/frm_nbalance.h"
 #include "dialogs/frm_two.h"
+#include "host/program_folder.h"
+#include "host/services.h"
+#include "host/utf8_path.h"
 #include "platform/surroundings.h"
 
 // after windows.h
@@ -204,6 +209,41 @@ TEST_F(GridTest, AFailureOfAButtonIsToldAndTheDialogStays) {
     EXPECT_TRUE(IsWindowVisible(w));
     EXPECT_EQ(person_.complaints.size(), 1u);
   });
+}
+
+TEST_F(FormWindowsTest, APrintReadsTheTablesOfTheRunsServices) {
+  const host::ProgramFolder layouts;
+  const host::test::TemporaryFolder folder;
+  gljz::run.m_pubCls = host::makeServices(
+      {{}, nullptr, std::make_shared<host::Messages>("zh-CN"), "zh-CN", "", folder.file("format.db")});
+  platform::FormatDatabase& tables = gljz::run.m_pubCls->FormatDb();
+  const auto fill = [&tables](const std::string& table, int columns, const std::string& text) {
+    std::string list;
+    for (int i = 1; i <= columns; ++i) list += (i > 1 ? ",P" : "P") + std::to_string(i) + " String";
+    tables.Execute("CREATE TABLE " + table + " (" + list + ")");
+    const auto rows = tables.OpenTable(table);
+    rows->AddNew();
+    rows->SetField("P1", platform::Value(text));
+    rows->Update();
+  };
+  fill("Head", 7, "青石商贸");
+  fill("Foot", 6, "");
+  const std::vector<std::vector<std::string>> grid = {{"科目"}, {"1001"}};
+  platform::PrintControl::Job job;
+  job.formatDatabase = "a database that only its own client can open";
+  job.headLayout = layouts.file("glrep/zh-CN/dzerru.rep");
+  job.headTable = "Head";
+  job.footLayout = layouts.file("glrep/zh-CN/dzerrd.rep");
+  job.footTable = "Foot";
+  job.grid = &grid;
+  person_.file = folder.file("print.txt");
+  EXPECT_EQ(forms_.print().Print(job), 0);
+  EXPECT_THAT(person_.complaints, ElementsAre());
+  std::ifstream in(host::pathOf(person_.file), std::ios::binary);
+  const std::string printed{std::istreambuf_iterator<char>(in), {}};
+  EXPECT_THAT(printed, testing::HasSubstr("青石商贸"));
+  EXPECT_THAT(printed, testing::HasSubstr("1001"));
+  gljz::run.m_pubCls = nullptr;
 }
 
 TEST_F(FormWindowsTest, WithoutAWindowOnlyPaintingRuns) {

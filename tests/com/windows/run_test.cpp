@@ -224,5 +224,30 @@ TEST_F(OwnerTest, AProgramThatIsToldToQuitIsToldSoBehindTheDialog) {
   EXPECT_EQ(message.wParam, 7u);
 }
 
+// A program that is told to quit before the run has begun: its progress window goes before the timer can fire.
+using QuitTest = DemoWindows;
+
+TEST_F(QuitTest, ARunThatIsOwedIsCarriedWithoutAWindow) {
+  pilot_.then("frmTranCond", [](HWND w) {
+    press(w, idCmdOk);
+    PostQuitMessage(7);
+  });
+  const host::RunResult result = carry();
+  EXPECT_TRUE(result.success);
+  EXPECT_GT(number("select count(*) from gl_accsum where iyear=2006 and mb<>0"), 0);
+  MSG message{};
+  ASSERT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+  EXPECT_EQ(message.wParam, 7u);
+}
+
+TEST_F(QuitTest, TheConditionsAreLeft) {
+  pilot_.then("frmTranCond", [](HWND) { PostQuitMessage(7); });
+  const host::RunResult result = carry();
+  EXPECT_FALSE(result.success);
+  EXPECT_EQ(number("select count(*) from gl_accsum where iyear=2006 and mb<>0"), 0);
+  MSG message{};
+  ASSERT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+}
+
 }  // namespace
 }  // namespace windows::test
