@@ -101,6 +101,9 @@ public:
     const Handler onResize(SIGWINCH, [](int) { resized = 1; });
     waitingMask_ = &onInterrupt.maskBefore();
     resize();
+    // Left to itself the library shows the prompt first: keys that came between prompt and mode were edited by the
+    // terminal instead, which knows neither completion nor the width of Chinese.
+    el_set(editor_.get(), EL_PREP_TERM, 1);
     int count = 0;
     const char* text = el_gets(editor_.get(), &count);
     if (interrupted != 0) {

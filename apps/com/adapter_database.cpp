@@ -132,7 +132,7 @@ public:
   }
   std::unique_ptr<Recordset> OpenCommand(const std::string& sql, const std::vector<TextParameter>& parameters,
                                          int timeoutSeconds) override {
-    // The connection's time-out is that of its commands: one that is open takes no other.
+    // ConnectionTimeout cannot be set on an open connection; CommandTimeout, for all its commands, can.
     if (connection_.has(L"CommandTimeout")) connection_.put(L"CommandTimeout", Value(timeoutSeconds));
     const Automation command(createByProgramId("ADODB.Command"));
     command.putObject(L"ActiveConnection", connection_.object());

@@ -202,7 +202,10 @@ public:
   platform::FormatDatabase& FormatDb() override {
     const Pointer<IDispatch> object = objectOf(services_.call(L"FormatDb").get());
     if (!object) throw RunTimeError(RunTimeError::objectNotSet, "The services object has no format database");
-    formatDatabase_ = std::make_unique<AutomationFormatDatabase>(object);
+    if (!formatDatabase_ || !sameObject(formatDatabaseObject_.get(), object.get())) {
+      formatDatabase_ = std::make_unique<AutomationFormatDatabase>(object);
+      formatDatabaseObject_ = object;
+    }
     return *formatDatabase_;
   }
 
@@ -217,6 +220,7 @@ private:
   Automation services_;
   Pointer<IDispatch> connectionObject_;
   std::shared_ptr<platform::Connection> connection_;
+  Pointer<IDispatch> formatDatabaseObject_;
   std::unique_ptr<platform::FormatDatabase> formatDatabase_;
 };
 

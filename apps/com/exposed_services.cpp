@@ -246,10 +246,12 @@ private:
   }
   Variant translateWord(const Invocation& call) { return text(services().TranslateWord(call.text(0))); }
   Variant formatDatabase(const Invocation&) {
-    return Variant(adopt<IDispatch>(new ExposedFormatDatabase(native_.services)).get());
+    if (!formatDatabase_) formatDatabase_ = adopt<IDispatch>(new ExposedFormatDatabase(native_.services));
+    return Variant(formatDatabase_.get());
   }
 
   Native native_;
+  Pointer<IDispatch> formatDatabase_;
 };
 
 // The dialog's name, and its captions by the names of its controls; an empty name is the dialog's own. The object may

@@ -22,7 +22,8 @@ platform::Connection& newConn();   // NewYearConn: the new year
 // The closing and the new year lie in different databases (the names differ, without regard to case).
 bool separateDatabases();
 
-// Text of a message key; the key itself while there are no accounting services.
+// Text of a message key. While there are no accounting services it is that of the surroundings, without the arguments,
+// and where those have none the key itself.
 std::string GetResString(std::string_view key, const std::vector<platform::Value>& args = {});
 
 // Styles and answers of a message box.

@@ -21,7 +21,8 @@ public:
   // tokens: of the batch that `batch` was parsed from.
   BatchTemplate(tsql::TokenStream tokens, std::shared_ptr<ParsedBatch> batch);
 
-  // Only literals that are texts, whole numbers or decimals can vary.
+  // Only literals that are texts without a line break, whole numbers of 32 bits, or decimals with at most nine digits
+  // in front of the point can vary.
   bool usable() const { return usable_; }
   // True when the text has this form: its literals are then the ones of tokens().
   bool match(std::string_view text);

@@ -21,7 +21,8 @@ struct Surroundings {
   ComponentFactory* components = nullptr;
   DebugOutput* debug = nullptr;
   std::function<DateTime()> today;  // the host's clock, a date without a time of day
-  // The words of a message key while there are no services to ask for them. Empty: the key stands for itself.
+  // The words of a message key that needs no arguments, while there are no services to ask for them. Empty: the key
+  // stands for itself.
   std::function<std::string(const std::string& key)> text;
 };
 

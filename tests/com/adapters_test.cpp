@@ -60,6 +60,8 @@ public:
 
   Pointer<IDispatch> form;         // of the last ServiceLocalize
   std::vector<std::string> given;  // arguments of the last ResText or GetCodeRecord
+  int calendars = 0;               // how often the calendar was asked
+  int calendarFailure = RunTimeError::serverError;
 
 private:
   Variant answers(const Invocation&) { return answer_; }
@@ -69,7 +71,12 @@ private:
   }
   Variant resText(const Invocation& call) { return list(call, 2); }
   Variant codeRecord(const Invocation& call) { return list(call, 9); }
-  Variant calendar(const Invocation&) { throw RunTimeError(RunTimeError::serverError, "the calendar is closed"); }
+  Variant calendar(const Invocation& call) {
+    ++calendars;
+    if (calendarFailure == wrongArgumentCount && call.has(1))
+      return Variant(Value(platform::DateTime::fromDate(2006, 1, 1)));
+    throw RunTimeError(calendarFailure, "the calendar is closed");
+  }
 
   // A text, "left out" for what stands for nothing, "-" for what is not there at all.
   Variant list(const Invocation& call, std::size_t count) {
@@ -132,6 +139,14 @@ TEST(AdaptersTest, ACalendarThatFailsIsAskedOnce) {
   } catch (const RunTimeError& e) {
     EXPECT_EQ(e.description(), "the calendar is closed");
   }
+  EXPECT_EQ(host.oracle->calendars, 1);
+}
+
+TEST(AdaptersTest, ACalendarThatWantsArgumentsGetsThem) {
+  const Host host{Variant()};
+  host.oracle->calendarFailure = wrongArgumentCount;
+  EXPECT_EQ(host.services->YearCalendar(0, 0), platform::DateTime::fromDate(2006, 1, 1));
+  EXPECT_EQ(host.oracle->calendars, 2);
 }
 
 TEST(AdaptersTest, ADialogThatAHostKeepsAnswersNoMore) {
@@ -212,6 +227,29 @@ private:
     return Variant::list({Value(2)});
   }
 };
+
+TEST(OfferedClassTest, LeavesTheRegistryAsItWas) {
+  const std::wstring key = L"Test.Offered\\CLSID", before = L"{00000000-0000-0000-0000-0000000000AB}";
+  RegSetKeyValueW(HKEY_CLASSES_ROOT, key.c_str(), nullptr, REG_SZ, before.c_str(),
+                  static_cast<DWORD>((before.size() + 1) * sizeof(wchar_t)));
+  const auto registered = [&key] {
+    std::array<wchar_t, 64> value{};
+    DWORD size = sizeof value;
+    const auto status =
+        RegGetValueW(HKEY_CLASSES_ROOT, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, value.data(), &size);
+    return status == ERROR_SUCCESS ? std::wstring(value.data()) : std::wstring();
+  };
+  constexpr CLSID id = {0x5a0f2a61, 0x1c0e, 0x4b0b, {0x8e, 0x55, 0x27, 0x3f, 0x0d, 0x10, 0x55, 0x22}};
+  {
+    const OfferedClass<Lists> offered(id, L"Test.Offered");
+    EXPECT_NE(registered(), before);
+  }
+  EXPECT_EQ(registered(), before);
+  RegDeleteTreeW(HKEY_CLASSES_ROOT, L"Test.Offered");
+  { const OfferedClass<Lists> offered(id, L"Test.Offered"); }
+  HKEY left = nullptr;
+  EXPECT_NE(RegOpenKeyExW(HKEY_CLASSES_ROOT, L"Test.Offered", 0, KEY_READ, &left), ERROR_SUCCESS);
+}
 
 TEST(AdaptersTest, AComponentsAnswerThatIsNoValueIsNull) {
   constexpr CLSID id = {0x5a0f2a61, 0x1c0e, 0x4b0b, {0x8e, 0x55, 0x27, 0x3f, 0x0d, 0x10, 0x55, 0x21}};

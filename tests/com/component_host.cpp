@@ -76,6 +76,10 @@ void ReferenceServer::execute(const std::string& database, const std::string& sq
 
 Value ReferenceServer::cell(const std::string& database, const std::string& sql) const {
   const Automation connection(objectOf(host.call(L"Connection", {Argument(Value(database))}).get()));
+  return cellOf(connection, sql);
+}
+
+Value cellOf(const Automation& connection, const std::string& sql) {
   const Automation rows(objectOf(connection.call(L"OpenRecordset", {Argument(Value(sql)), Argument(Value(2))}).get()));
   if (rows.get(L"EOF").asBool()) return {};
   return Automation(objectOf(rows.call(L"Fields", {Argument(Value(0))}).get())).get(L"Value");

@@ -60,6 +60,9 @@ private:
   ServerFolder folder_;
 };
 
+// The first cell of a selection over a connection; Null without a row.
+platform::Value cellOf(const Automation& connection, const std::string& sql);
+
 // The message text of a key in zh-CN.
 std::string message(const std::string& key);
 

@@ -3,11 +3,13 @@
 #include <functional>
 
 #include "entry_calls.h"
+#include "relay.h"
 #include "windows/wide_text.h"
 
 namespace com::test {
 namespace {
 
+using platform::Value;
 using testing::ElementsAre;
 
 std::vector<std::string>* heard = nullptr;
@@ -70,6 +72,18 @@ TEST_F(DebugOutputTest, AStopWritesItsMessageInTheAnsiCodePage) {
   const std::vector<std::string> lines = linesOf([&] { answer = transfer(gljz.get(), login); });
   EXPECT_EQ(answer.message, message("Orvo.GL.TqGLJZ.00032"));
   EXPECT_THAT(lines, ElementsAre(ansi("Transfer m_strMsg:" + answer.message))) << "the stages never committed";
+}
+
+TEST_F(DebugOutputTest, TheCodePagesOwnLettersArriveAsTheirBytes) {
+  server.execute("TqData_001_2005", "update gl_mend set bflag=0 where iyear=2005 and iperiod=12");
+  const Pointer<Relay> services = adopt(new Relay(server.services()));
+  services->answer(L"ResText", Variant(Value("non clôturé")));
+  ASSERT_EQ(gljz->putref_ZwPubCls(dispatchOf(services).get()), S_OK);
+  const std::vector<std::string> lines = linesOf([&] { transfer(gljz.get(), login); });
+  EXPECT_THAT(lines, ElementsAre(ansi("Transfer m_strMsg:non clôturé")));
+  if (GetACP() == 1252) {
+    EXPECT_THAT(lines, ElementsAre("Transfer m_strMsg:non cl\xF4tur\xE9"));
+  }
 }
 
 }  // namespace

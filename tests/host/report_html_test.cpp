@@ -7,20 +7,16 @@
 #include "host/messages.h"
 #include "host/report_file.h"
 #include "host/sample_run.h"
+#include "host/text_count.h"
 
 namespace host {
 namespace {
 
+using test::count;
 using test::sampleRun;
 using test::sampleRunOf;
 using ::testing::HasSubstr;
 using ::testing::Not;
-
-std::size_t count(const std::string& text, const std::string& part) {
-  std::size_t n = 0;
-  for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + part.size())) ++n;
-  return n;
-}
 
 std::string page(const RunResult& result) {
   return reportHtml(reportModel(result));

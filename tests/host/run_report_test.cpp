@@ -9,9 +9,12 @@
 #include "host/journal_texts.h"
 #include "host/messages.h"
 #include "host/report_model.h"
+#include "host/text_count.h"
 
 namespace host {
 namespace {
+
+using test::count;
 
 // A run that gives every part of the report something to say.
 RunResult fullRun(const std::string& language) {
@@ -30,12 +33,6 @@ RunResult fullRun(const std::string& language) {
   r.notes = {"component Some.Thing is not installed", "a text of the system"};
   r.statements = 425, r.seconds = 1.5;
   return r;
-}
-
-std::size_t count(const std::string& text, const std::string& part) {
-  std::size_t n = 0;
-  for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + part.size())) ++n;
-  return n;
 }
 
 bool hasLine(const std::string& text, const std::string& pattern) {

@@ -206,7 +206,6 @@ struct PostgresServer::Impl {
 PostgresServer::PostgresServer() : impl_(std::make_unique<Impl>()) {}
 PostgresServer::~PostgresServer() = default;
 
-// BoolsAsChar=0: flags are flags, as they are on the servers that the adapter is for.
 std::string PostgresServer::folder() const {
   return impl_->folder.string();
 }
