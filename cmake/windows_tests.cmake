@@ -23,7 +23,7 @@ function(gljz_windows_test_in_parts program count)
   foreach(part RANGE ${last})
     set(name windows.${program}.${part})
     add_test(NAME ${name} COMMAND ${program} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
-    set_tests_properties(${name} PROPERTIES TIMEOUT 600 COST 100 ENVIRONMENT
+    set_tests_properties(${name} PROPERTIES TIMEOUT 1200 COST 100 ENVIRONMENT
       "GLJZ_WINE_PREFIX=${CMAKE_BINARY_DIR}/wine;GTEST_TOTAL_SHARDS=${count};GTEST_SHARD_INDEX=${part}")
   endforeach()
 endfunction()
