@@ -1,6 +1,7 @@
 #include "embedded/batch_template.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstring>
 
 #include "embedded/session_impl.h"
@@ -11,6 +12,11 @@ namespace embedded {
 using tsql::TokenKind;
 
 namespace {
+
+bool isNamePart(char c) {
+  return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '#' || c == '@' || c == '$' ||
+         static_cast<unsigned char>(c) >= 0x80;
+}
 
 constexpr int digitsThatFit = 9;  // of a number that is read without the lexer
 
@@ -39,6 +45,9 @@ BatchTemplate::BatchTemplate(tsql::TokenStream tokens, std::shared_ptr<ParsedBat
                         : t.kind == TokenKind::decimal ? type.precision - type.scale > digitsThatFit
                                                        : false;
     if (isLong) usable_ = false;
+    // A name that a number runs into (1x is 1 as x) would with other digits run on (0x is a number).
+    const std::size_t next = t.pos.offset + t.length;
+    if (next < source.size() && isNamePart(source[next])) usable_ = false;
     holes_.push_back({std::string(source.substr(from, t.pos.offset - from)), t.kind, t.literal, type.scale});
     from = t.pos.offset + t.length;
   }

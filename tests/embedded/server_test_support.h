@@ -22,9 +22,12 @@ public:
   }
   void row(const std::vector<platform::Value>& r) override {
     std::string line;
-    for (std::size_t i = 0; i < r.size(); ++i)
-      line += (i ? "|" : "") + (r[i].isNull() ? std::string("Null") : r[i].displayText());
+    for (std::size_t i = 0; i < r.size(); ++i) line += (i ? "|" : "") + textOf(r[i]);
     rows.push_back(line);
+  }
+  static std::string textOf(const platform::Value& v) {
+    if (v.isNull()) return "Null";
+    return v.kind() == platform::Value::Kind::bytes ? std::to_string(v.asBytes().size()) + " bytes" : v.displayText();
   }
   void endRows(std::int64_t) override {}
   void affected(std::int64_t n) override { counts.push_back(n); }

@@ -97,6 +97,15 @@ TEST_F(SessionTest, AShortNumberInTheFormOfALongOneKeepsItsOwnType) {
   for (int round = 0; round < 3; ++round) EXPECT_EQ(rows(a, "select 7777777777/2"), (Rows{"3888888888.5"}));
 }
 
+TEST_F(SessionTest, ANumberThatRunsIntoANameLendsItsFormToNoOther) {
+  for (int round = 0; round < 4; ++round) {
+    const Answers named = ask(a, "select 1,00x");
+    EXPECT_EQ(named.names, (Rows{"", "x"}));
+    EXPECT_EQ(named.rows, (Rows{"1|0"}));
+  }
+  EXPECT_EQ(rows(a, "select 2,0x"), (Rows{"2|0 bytes"})) << "a literal without a name";
+}
+
 TEST_F(SessionTest, AFailureNamesTheLineOfItsOwnTextAlsoInAKnownStatement) {
   const auto lineOf = [this](const std::string& batch) {
     const Answers answers = ask(a, batch);
