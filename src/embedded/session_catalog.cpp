@@ -83,7 +83,9 @@ void Session::Impl::open() {
   sqlite3_set_authorizer(
       handle,
       [](void* session, int, const char*, const char*, const char*, const char*) {
-        return static_cast<Impl*>(session)->changing ? SQLITE_DENY : SQLITE_OK;
+        auto& self = *static_cast<Impl*>(session);
+        self.preparedAnew = self.preparedAnew || self.changing;
+        return self.changing ? SQLITE_DENY : SQLITE_OK;
       },
       this);
   context.now = server->impl().clock;

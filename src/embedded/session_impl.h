@@ -273,6 +273,7 @@ struct Session::Impl : tsql::Catalog {
   // A statement that changes rows is running: SQLite may not silently prepare it anew for tables that another session
   // has changed, for it was bound to the old ones.
   bool changing = false;
+  bool preparedAnew = false;  // it tried to, and was refused; what SQLite then answers depends on where it was
   std::string_view changingBy = "INSERT";  // the word for messages
   std::int64_t updateKeys(Plan& p, std::vector<tsql::Datum>& values);
   void affected(std::int64_t n, Running& r);

@@ -128,12 +128,13 @@ std::int64_t Session::Impl::change(Plan& p, const Running& r, int base) {
     }
     const ResetGuard guard(p.prepared);
     try {
+      preparedAnew = false;
       changing = r.batch != nullptr;  // a plan for one row names its columns and its owner watches the tables
       p.prepared.step();
       changing = false;
-    } catch (const SqliteFailure& f) {
+    } catch (const SqliteFailure&) {
       changing = false;
-      if (f.primary() != SQLITE_AUTH) throw;
+      if (!preparedAnew) throw;
       catalogsStale = true;
       refreshCatalogs();
       if (!holds(p, *r.tokens, base)) throw StalePlan{};

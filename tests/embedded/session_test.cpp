@@ -106,6 +106,16 @@ TEST_F(SessionTest, ANumberThatRunsIntoANameLendsItsFormToNoOther) {
   EXPECT_EQ(rows(a, "select 2,0x"), (Rows{"2|0 bytes"})) << "a literal without a name";
 }
 
+TEST_F(SessionTest, AKnownChangeIsPreparedAnewWhenAnotherSessionHasChangedTheDatabase) {
+  run(a, "create table t (k int not null, p nvarchar(10) null, m money null) insert into t values(1,N'x',2)");
+  for (int round = 0; round < 4; ++round) {
+    run(a, "update t set p=k,m=m*2");
+    run(a, "delete from t where p=N'nobody' or m=k/1000");
+    run(b, "create table d1..t" + std::to_string(round) + " (k int null)");
+  }
+  EXPECT_EQ(rows(a, "select k,p,m from t"), (Rows{"1|1|32"}));
+}
+
 TEST_F(SessionTest, AFailureNamesTheLineOfItsOwnTextAlsoInAKnownStatement) {
   const auto lineOf = [this](const std::string& batch) {
     const Answers answers = ask(a, batch);
