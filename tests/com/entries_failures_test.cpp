@@ -38,12 +38,8 @@ TEST_F(EntriesFailuresTest, AStageThatFailsIsASuccessAndWhatStoodBeforeItIsCommi
   letAStageFail();
   const int before = balances();
   const Answer answer = transfer(gljz.get(), server.login());
-  EXPECT_EQ(answer.code, S_OK);
-  EXPECT_TRUE(answer.returned);
-  EXPECT_EQ(answer.message, message("Orvo.GL.TqGLJZ.00310"));
-  const Answer told = transferMsg(gljz.get());
-  EXPECT_TRUE(told.returned);
-  EXPECT_EQ(told.message, "");
+  EXPECT_THAT(answer, says(true, message("Orvo.GL.TqGLJZ.00310")));
+  EXPECT_THAT(transferMsg(gljz.get()), says(true, ""));
 
   EXPECT_GT(balances(), before) << "the stage before it";
   EXPECT_GT(count("gl_accass where iyear=2006"), 0);
@@ -119,9 +115,7 @@ TEST_F(EntriesFailuresTest, AFailureOfTheChecksIsTheCallersAndTheTextsComeBackAl
   EXPECT_FALSE(answer.returned);
   EXPECT_EQ(answer.message, "");
   EXPECT_THAT(answer.parameters, HasSubstr("<Account")) << "what the dialog had answered before";
-  const Answer told = transferMsg(gljz.get());
-  EXPECT_FALSE(told.returned);
-  EXPECT_EQ(told.message, "");
+  EXPECT_THAT(transferMsg(gljz.get()), says(false, ""));
 }
 
 TEST_F(EntriesFailuresTest, AConnectionThatCannotBeOpenedIsAComErrorWithTheServersText) {

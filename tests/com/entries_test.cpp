@@ -40,13 +40,9 @@ protected:
 TEST_F(EntriesTest, TransferCarriesTheDemo) {
   ASSERT_EQ(gljz->putref_ZwPubCls(server.services().get()), S_OK);
   const Answer answer = transfer(gljz.get(), server.login());
-  EXPECT_EQ(answer.code, S_OK);
-  EXPECT_TRUE(answer.returned);
-  EXPECT_EQ(answer.message, message("Orvo.GL.TqGLJZ.00310"));
+  EXPECT_THAT(answer, says(true, message("Orvo.GL.TqGLJZ.00310")));
   EXPECT_THAT(answer.parameters, HasSubstr("<Account")) << "the dialog's parameter text comes back";
-  const Answer told = transferMsg(gljz.get());
-  EXPECT_TRUE(told.returned);
-  EXPECT_EQ(told.message, "");
+  EXPECT_THAT(transferMsg(gljz.get()), says(true, ""));
   EXPECT_EQ(cash(), Money::parse("23070"));
   EXPECT_EQ(server.cell("TqSystem", "select count(*) from UA_Mark where iNumber=205 and cSysID='GL' and iYear=2005"),
             Value(1));
@@ -100,12 +96,8 @@ TEST_F(EntriesTest, TransferWithoutServicesLeavesTheReasonInTheMessage) {
   runIntoAStop();
   gljz = newGljz();  // a new instance clears the services of the process: the component has the words itself
   const Answer answer = transfer(gljz.get(), server.login());
-  EXPECT_EQ(answer.code, S_OK);
-  EXPECT_FALSE(answer.returned);
-  EXPECT_EQ(answer.message, "");
-  const Answer told = transferMsg(gljz.get());
-  EXPECT_FALSE(told.returned);
-  EXPECT_EQ(told.message, message("Orvo.GL.TqGLJZ.00001"));
+  EXPECT_THAT(answer, says(false, ""));
+  EXPECT_THAT(transferMsg(gljz.get()), says(false, message("Orvo.GL.TqGLJZ.00001")));
 }
 
 TEST_F(EntriesTest, ServicesThatAnEarlierRunLeftInTheProcessStillKnowTheText) {
@@ -113,9 +105,7 @@ TEST_F(EntriesTest, ServicesThatAnEarlierRunLeftInTheProcessStillKnowTheText) {
   ASSERT_TRUE(transfer(gljz.get(), server.login()).returned);
   ASSERT_EQ(gljz->putref_ZwPubCls(nullptr), S_OK);
   const Answer answer = transfer(gljz.get(), server.login());
-  EXPECT_EQ(answer.code, S_OK);
-  EXPECT_FALSE(answer.returned);
-  EXPECT_EQ(answer.message, "");
+  EXPECT_THAT(answer, says(false, ""));
   EXPECT_EQ(transferMsg(gljz.get()).message, message("Orvo.GL.TqGLJZ.00001"));
 }
 
@@ -124,21 +114,15 @@ TEST_F(EntriesTest, TransferWithoutALoginLeavesTheReasonInTheMessage) {
   gljz = newGljz();
   ASSERT_EQ(gljz->putref_ZwPubCls(server.services().get()), S_OK);  // they become the run's behind this check only
   const Answer answer = transfer(gljz.get(), nullptr);
-  EXPECT_EQ(answer.code, S_OK);
-  EXPECT_FALSE(answer.returned);
-  EXPECT_EQ(answer.message, "");
-  const Answer told = transferMsg(gljz.get());
-  EXPECT_FALSE(told.returned);
-  EXPECT_EQ(told.message, message("Orvo.GL.TqGLJZ.00003"));
+  EXPECT_THAT(answer, says(false, ""));
+  EXPECT_THAT(transferMsg(gljz.get()), says(false, message("Orvo.GL.TqGLJZ.00003")));
 }
 
 TEST_F(EntriesTest, TransferWithoutALoginBehindAnotherRunHasTheText) {
   ASSERT_EQ(gljz->putref_ZwPubCls(server.services().get()), S_OK);
   ASSERT_TRUE(transfer(gljz.get(), server.login()).returned);
   const Answer answer = transfer(gljz.get(), nullptr);
-  EXPECT_EQ(answer.code, S_OK);
-  EXPECT_FALSE(answer.returned);
-  EXPECT_EQ(answer.message, "");
+  EXPECT_THAT(answer, says(false, ""));
   EXPECT_EQ(transferMsg(gljz.get()).message, message("Orvo.GL.TqGLJZ.00003"));
 }
 
@@ -147,9 +131,7 @@ TEST_F(EntriesTest, AnEntryThatNeverReachesTheStagesKeepsWhatTheRunBeforeItWas) 
   runToTheEnd();
   gljz = newGljz();
   EXPECT_FALSE(transfer(gljz.get(), server.login()).returned);
-  const Answer told = transferMsg(gljz.get());
-  EXPECT_TRUE(told.returned);
-  EXPECT_EQ(told.message, message("Orvo.GL.TqGLJZ.00001"));
+  EXPECT_THAT(transferMsg(gljz.get()), says(true, message("Orvo.GL.TqGLJZ.00001")));
 }
 
 // --- the closing year has no database, or it may not be opened
@@ -157,9 +139,7 @@ TEST_F(EntriesTest, AnEntryThatNeverReachesTheStagesKeepsWhatTheRunBeforeItWas) 
 TEST_F(EntriesTest, TransferWithoutAClosingDatabaseReturnsFalseWithAText) {
   ASSERT_EQ(gljz->putref_ZwPubCls(server.services().get()), S_OK);
   const Answer answer = transfer(gljz.get(), server.login(), {}, {"001", "1999", "2006"});
-  EXPECT_EQ(answer.code, S_OK);
-  EXPECT_FALSE(answer.returned);
-  EXPECT_EQ(answer.message, message("Orvo.GL.TqGLJZ.00030"));
+  EXPECT_THAT(answer, says(false, message("Orvo.GL.TqGLJZ.00030")));
   EXPECT_EQ(answer.parameters, "") << "nobody is asked";
   EXPECT_EQ(transferMsg(gljz.get()).message, "");
 }
@@ -169,9 +149,7 @@ TEST_F(EntriesTest, TransferThatMayNotOpenTheClosingYearReturnsFalseWithTheSameT
   login->answer(L"LoginOpenAccount", Variant(Value(false)));
   ASSERT_EQ(gljz->putref_ZwPubCls(server.services().get()), S_OK);
   const Answer answer = transfer(gljz.get(), dispatchOf(login));
-  EXPECT_EQ(answer.code, S_OK);
-  EXPECT_FALSE(answer.returned);
-  EXPECT_EQ(answer.message, message("Orvo.GL.TqGLJZ.00030"));
+  EXPECT_THAT(answer, says(false, message("Orvo.GL.TqGLJZ.00030")));
   EXPECT_EQ(login->heard("LoginOpenAccount"), 1);
   EXPECT_EQ(login->heard("LoginMarkDone"), 0);
 }
@@ -179,9 +157,7 @@ TEST_F(EntriesTest, TransferThatMayNotOpenTheClosingYearReturnsFalseWithTheSameT
 TEST_F(EntriesTest, ParametersThatCannotBeReadReturnFalseAndTheMessageSaysWhy) {
   ASSERT_EQ(gljz->putref_ZwPubCls(server.services().get()), S_OK);
   const Answer answer = transfer(gljz.get(), server.login(), "<Account");
-  EXPECT_EQ(answer.code, S_OK);
-  EXPECT_FALSE(answer.returned);
-  EXPECT_EQ(answer.message, "");
+  EXPECT_THAT(answer, says(false, ""));
   EXPECT_EQ(answer.parameters, "<Account");
   EXPECT_NE(transferMsg(gljz.get()).message, "");
   EXPECT_EQ(server.cell("TqSystem", "select count(*) from UA_Mark"), Value(0));
@@ -225,9 +201,7 @@ protected:
 
 TEST_F(SubsystemTest, ALoginOfTheSiblingSubsystemResetsItsImportsAndIsMarkedAsSuch) {
   const Answer answer = carry(true);
-  EXPECT_EQ(answer.code, S_OK);
-  EXPECT_TRUE(answer.returned);
-  EXPECT_EQ(answer.message, message("Orvo.GL.TqGLJZ.00309"));
+  EXPECT_THAT(answer, says(true, message("Orvo.GL.TqGLJZ.00309")));
   EXPECT_EQ(deleteYe("GF"), Value("False"));
   EXPECT_EQ(deleteYe("GL"), Value("True"));
   EXPECT_EQ(importsWithADate(), Value(0));
@@ -238,9 +212,7 @@ TEST_F(SubsystemTest, ALoginOfTheSiblingSubsystemResetsItsImportsAndIsMarkedAsSu
 
 TEST_F(SubsystemTest, ALoginOfTheLedgerLeavesTheImportsOfItsSibling) {
   const Answer answer = carry(false);
-  EXPECT_EQ(answer.code, S_OK);
-  EXPECT_TRUE(answer.returned);
-  EXPECT_EQ(answer.message, message("Orvo.GL.TqGLJZ.00310"));
+  EXPECT_THAT(answer, says(true, message("Orvo.GL.TqGLJZ.00310")));
   EXPECT_EQ(deleteYe("GF"), Value("True"));
   EXPECT_EQ(importsWithADate(), Value(1));
   EXPECT_TRUE(transferMsg(gljz.get()).returned) << "and that run has come as far";

@@ -1,6 +1,8 @@
 #pragma once
 // The entries of clsGLJZ, called by slot.
 
+#include <gmock/gmock.h>
+
 #include <string>
 
 #include "component_host.h"
@@ -14,6 +16,13 @@ struct Answer {
   std::string message;
   std::string parameters;  // of Transfer
 };
+
+// The call succeeded, the entry returned this and left this message.
+inline auto says(bool returned, const std::string& message) {
+  using testing::Field;
+  return testing::AllOf(Field("code", &Answer::code, S_OK), Field("returned", &Answer::returned, returned),
+                        Field("message", &Answer::message, message));
+}
 
 struct Years {
   std::string account = "001", last = "2005", current = "2006";

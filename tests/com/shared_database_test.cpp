@@ -40,9 +40,7 @@ TEST_F(SharedDatabaseTest, TheAccountIsCarriedOverTheServicesConnectionAlone) {
   ASSERT_EQ(answer.code, S_OK) << lastError().description;
   EXPECT_TRUE(answer.returned);
   EXPECT_EQ(answer.message, message("Orvo.GL.TqGLJZ.00310"));
-  const Answer told = transferMsg(gljz.get());
-  EXPECT_TRUE(told.returned);
-  EXPECT_EQ(told.message, "");
+  EXPECT_THAT(transferMsg(gljz.get()), says(true, ""));
 
   EXPECT_EQ(openingCash(server), platform::Money::parse("23070"));
   EXPECT_GT(count("gl_accass where iyear=2006").asInteger(), 0);

@@ -89,9 +89,7 @@ TEST_F(StartJzTest, WithinOneDatabaseItRunsAgainAndMarks) {
   const Answer answer = startJz(gljz.get());
   EXPECT_EQ(answer.code, S_OK) << lastError().description;
   EXPECT_TRUE(answer.returned);
-  const Answer told = transferMsg(gljz.get());
-  EXPECT_TRUE(told.returned);
-  EXPECT_EQ(told.message, "");
+  EXPECT_THAT(transferMsg(gljz.get()), says(true, ""));
   EXPECT_EQ(openingCash(server), platform::Money::parse("23070"));
   EXPECT_EQ(server.cell(sharedDatabase, "select iIsUnload from gl_yearstate where iyear=2006"), Value(1));
   EXPECT_EQ(marks(), Value(2)) << "one of each entry";

@@ -86,9 +86,7 @@ TEST_F(TransGLTest, ALoginOfTheSiblingSubsystemHasItsOwnText) {
 
 TEST_F(TransGLTest, WithoutAClosingDatabaseItReturnsFalseWithAText) {
   const Answer answer = carry({"", opening});
-  EXPECT_EQ(answer.code, S_OK);
-  EXPECT_FALSE(answer.returned);
-  EXPECT_EQ(answer.message, message("Orvo.GL.TqGLJZ.00030"));
+  EXPECT_THAT(answer, says(false, message("Orvo.GL.TqGLJZ.00030")));
   EXPECT_EQ(transferMsg(gljz.get()).message, "");
 }
 
@@ -103,9 +101,7 @@ TEST_F(TransGLTest, WithoutALoginItIsAnErrorOfTheCaller) {
 TEST_F(TransGLTest, AStopOfTheChecksIsReported) {
   server.execute("TqData_001_2005", "update gl_mend set bflag=0 where iyear=2005 and iperiod=12");
   const Answer answer = carry();
-  EXPECT_EQ(answer.code, S_OK);
-  EXPECT_FALSE(answer.returned);
-  EXPECT_EQ(answer.message, message("Orvo.GL.TqGLJZ.00032"));
+  EXPECT_THAT(answer, says(false, message("Orvo.GL.TqGLJZ.00032")));
 }
 
 TEST_F(TransGLTest, TheFirstYearOfAnAccountIsNoStop) {  // only a run that is watched asks for it

@@ -62,12 +62,8 @@ TEST_F(TransferStopsTest, APostedVoucherOfTheNewYearStopsSilentlyAndCountsAsSucc
   postAVoucher(1);
   const std::string before = balances();
   const Answer answer = carry();
-  EXPECT_EQ(answer.code, S_OK);
-  EXPECT_TRUE(answer.returned);
-  EXPECT_EQ(answer.message, message("Orvo.GL.TqGLJZ.00310"));
-  const Answer told = transferMsg(gljz.get());
-  EXPECT_FALSE(told.returned);
-  EXPECT_EQ(told.message, "");
+  EXPECT_THAT(answer, says(true, message("Orvo.GL.TqGLJZ.00310")));
+  EXPECT_THAT(transferMsg(gljz.get()), says(false, ""));
   EXPECT_EQ(balances(), before) << "nothing has moved";
   EXPECT_EQ(server.cell(opening, "select count(*) from gl_yearstate where iyear=2006 and iIsUnload=1"), Value(0));
   EXPECT_EQ(marks(), Value(1)) << "a success is marked";
@@ -88,9 +84,7 @@ TEST_F(TransferStopsTest, AnEmptyReferenceTableThatAccountsNeedStopsSilently) {
   const Answer answer = carry("<Account><Parameter ID='GL*CusIsNull' Check='False'/></Account>");
   EXPECT_TRUE(answer.returned);
   EXPECT_EQ(answer.message, message("Orvo.GL.TqGLJZ.00310"));
-  const Answer told = transferMsg(gljz.get());
-  EXPECT_FALSE(told.returned);
-  EXPECT_EQ(told.message, "");
+  EXPECT_THAT(transferMsg(gljz.get()), says(false, ""));
   EXPECT_EQ(balances(), before);
 }
 
@@ -108,12 +102,8 @@ TEST_F(TransferStopsTest, AClosingYearThatIsNotClosedIsReported) {
   server.execute(closing, "update gl_mend set bflag=0 where iyear=2005 and iperiod=12");
   const std::string before = balances();
   const Answer answer = carry();
-  EXPECT_EQ(answer.code, S_OK);
-  EXPECT_FALSE(answer.returned);
-  EXPECT_EQ(answer.message, message("Orvo.GL.TqGLJZ.00032"));
-  const Answer told = transferMsg(gljz.get());
-  EXPECT_FALSE(told.returned);
-  EXPECT_EQ(told.message, message("Orvo.GL.TqGLJZ.00032"));
+  EXPECT_THAT(answer, says(false, message("Orvo.GL.TqGLJZ.00032")));
+  EXPECT_THAT(transferMsg(gljz.get()), says(false, message("Orvo.GL.TqGLJZ.00032")));
   EXPECT_EQ(balances(), before);
   EXPECT_EQ(marks(), Value(0));
 }
@@ -121,12 +111,8 @@ TEST_F(TransferStopsTest, AClosingYearThatIsNotClosedIsReported) {
 TEST_F(TransferStopsTest, ANewYearWithoutVoucherCategoriesIsReported) {
   server.execute(opening, "delete from dsign");
   const Answer answer = carry();
-  EXPECT_EQ(answer.code, S_OK);
-  EXPECT_FALSE(answer.returned);
-  EXPECT_EQ(answer.message, message("Orvo.GL.TqGLJZ.00036"));
-  const Answer told = transferMsg(gljz.get());
-  EXPECT_FALSE(told.returned);
-  EXPECT_EQ(told.message, message("Orvo.GL.TqGLJZ.00036"));
+  EXPECT_THAT(answer, says(false, message("Orvo.GL.TqGLJZ.00036")));
+  EXPECT_THAT(transferMsg(gljz.get()), says(false, message("Orvo.GL.TqGLJZ.00036")));
   EXPECT_EQ(server.cell(opening, "select count(*) from gl_yearstate where iyear=2006 and iIsUnload=1"), Value(0));
 }
 

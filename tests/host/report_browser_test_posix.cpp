@@ -13,15 +13,12 @@ namespace {
 
 using test::Answer;
 using test::count;
+using test::page;
 using test::runProgram;
 using test::sampleRun;
 using test::sampleRunOf;
 using ::testing::HasSubstr;
 using ::testing::Not;
-
-std::string page(const RunResult& result) {
-  return reportHtml(reportModel(result));
-}
 
 // A page in headless Chromium, with a script of the test behind the page's own.
 class BrowserTest : public ::testing::Test {

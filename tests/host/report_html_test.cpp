@@ -13,14 +13,11 @@ namespace host {
 namespace {
 
 using test::count;
+using test::page;
 using test::sampleRun;
 using test::sampleRunOf;
 using ::testing::HasSubstr;
 using ::testing::Not;
-
-std::string page(const RunResult& result) {
-  return reportHtml(reportModel(result));
-}
 
 TEST(ReportHtmlTest, TheOutcomeComesFirstAndTheTablesFollow) {
   const std::string html = page(sampleRun());

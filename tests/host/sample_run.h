@@ -5,6 +5,8 @@
 #include <string>
 
 #include "host/carry_forward.h"
+#include "host/report_file.h"
+#include "host/report_model.h"
 
 namespace host::test {
 
@@ -49,6 +51,10 @@ inline RunResult sampleRunOf(std::size_t accounts, const std::string& language =
   r.report->wrong = std::to_string(wrong);
   r.report->right = std::to_string(accounts - wrong);
   return r;
+}
+
+inline std::string page(const RunResult& result) {
+  return reportHtml(reportModel(result));
 }
 
 }  // namespace host::test
